@@ -1,0 +1,22 @@
+#pragma once
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+namespace tolmo::data {
+
+/// A connection text in its pieces, "key=value" each, the value with its braces if it has them.
+struct PiezaConexion {
+    QString clave{};
+    QString valor{};
+};
+
+std::vector<PiezaConexion> PartesDeConexion(const QString& cadena);
+
+/// What `clave`, in any case, holds, without braces; empty when it isn't named.
+QString ValorDeConexion(const QString& cadena, const QString& clave);
+
+/// True for a text that leads to a MySQL server.
+bool EsCadenaMySql(const QString& cadena);
+
+} // namespace tolmo::data
