@@ -1,7 +1,18 @@
 #include "data/recordset.h"
 #include "data/errores.h"
+#include <algorithm>
 
 namespace tolmo::data {
+namespace {
+
+[[noreturn]] void FaltaColumna(const QString& columna)
+{
+    throw ErrorDatos(numero_error::ElementoNoHallado,
+                     QStringLiteral("No se encontró la columna %1 en el resultado.").arg(columna),
+                     QStringLiteral("Recordset"));
+}
+
+} // namespace
 
 Recordset::Recordset(Filas filas, std::shared_ptr<Proveedor> proveedor)
     : filas_(std::move(filas)), proveedor_(std::move(proveedor))
@@ -18,9 +29,9 @@ Recordset::Recordset(Filas filas, std::shared_ptr<Proveedor> proveedor)
 
 int Recordset::AbsolutePosition() const
 {
-    if (Principio())
-        return AntesDelPrimero;
-    return Fin() ? TrasElUltimo : posicion_ + 1;
+    if (Fin())
+        return TrasElUltimo;
+    return Principio() ? AntesDelPrimero : posicion_ + 1;
 }
 
 void Recordset::Siguiente()
@@ -37,7 +48,7 @@ void Recordset::Anterior()
 
 void Recordset::PonPosicion(int posicion)
 {
-    posicion_ = posicion - 1;
+    posicion_ = std::clamp(posicion - 1, -1, filasTotales_);
 }
 
 const Valor& Recordset::operator[](const QString& columna) const
@@ -53,6 +64,8 @@ const Valor& Recordset::operator[](const char* columna) const
 const Valor& Recordset::operator[](int indice) const
 {
     ExigeFila();
+    if (indice < 0 || indice >= static_cast<int>(filas_.campos.size()))
+        FaltaColumna(QString::number(indice));
     return filas_.valores[Desplazamiento() + static_cast<std::size_t>(indice)];
 }
 
@@ -65,19 +78,19 @@ void Recordset::Actualiza(const Cambios& cambios)
 {
     ExigeCambiable();
     ExigeFila();
+    const auto indices = Indices(cambios);
     proveedor_->Actualiza(filas_, static_cast<std::size_t>(posicion_), cambios);
-    for (const auto& [columna, valor] : cambios)
-        filas_.valores[Desplazamiento() + static_cast<std::size_t>(Indice(columna))] = valor;
+    Anota(indices, cambios);
 }
 
 void Recordset::Inserta(const Cambios& cambios)
 {
     ExigeCambiable();
+    const auto indices = Indices(cambios);
     filas_.claves.push_back(proveedor_->Inserta(filas_, cambios));
     filas_.valores.resize(filas_.valores.size() + filas_.campos.size(), Nulo());
     posicion_ = filasTotales_++;
-    for (const auto& [columna, valor] : cambios)
-        filas_.valores[Desplazamiento() + static_cast<std::size_t>(Indice(columna))] = valor;
+    Anota(indices, cambios);
 }
 
 void Recordset::Borra()
@@ -114,11 +127,23 @@ int Recordset::Indice(const QString& columna) const
 {
     const auto hallado = indices_.constFind(columna.toLower());
     if (hallado == indices_.constEnd())
-        throw ErrorDatos(
-            numero_error::ElementoNoHallado,
-            QStringLiteral("No se encontró la columna %1 en el resultado.").arg(columna),
-            QStringLiteral("Recordset"));
+        FaltaColumna(columna);
     return *hallado;
+}
+
+std::vector<std::size_t> Recordset::Indices(const Cambios& cambios) const
+{
+    std::vector<std::size_t> indices;
+    for (const auto& cambio : cambios)
+        indices.push_back(static_cast<std::size_t>(Indice(cambio.first)));
+    return indices;
+}
+
+/// Puts what was written into the current row.
+void Recordset::Anota(const std::vector<std::size_t>& indices, const Cambios& cambios)
+{
+    for (std::size_t i = 0; i < indices.size(); ++i)
+        filas_.valores[Desplazamiento() + indices[i]] = cambios[i].second;
 }
 
 std::size_t Recordset::Desplazamiento() const

@@ -15,8 +15,9 @@ class Recordset {
 
     explicit Recordset(Filas filas, std::shared_ptr<Proveedor> proveedor = nullptr);
 
+    /// An empty row set is at its end and at its beginning.
     bool Fin() const { return posicion_ >= RecordCount(); }
-    bool Principio() const { return posicion_ < 0; }
+    bool Principio() const { return posicion_ < 0 || Vacio(); }
     bool Vacio() const { return RecordCount() == 0; }
     int RecordCount() const { return filasTotales_; }
 
@@ -27,7 +28,7 @@ class Recordset {
     void Ultimo() { posicion_ = filasTotales_ > 0 ? filasTotales_ - 1 : 0; }
     void Siguiente();
     void Anterior();
-    /// Stands on row `posicion`, from 1.
+    /// Stands on row `posicion`, from 1; 0 and less is before the first, too much is the end.
     void PonPosicion(int posicion);
 
     /// The value of a column in the current row; the name goes in any case.
@@ -35,12 +36,15 @@ class Recordset {
     const Valor& operator[](const QString& columna) const;
     const Valor& operator[](const char* columna) const;
     /// The value at column `indice`, from 0.
+    /// \throws ErrorDatos as above
     const Valor& operator[](int indice) const;
 
     bool TieneColumna(const QString& columna) const;
     const std::vector<Campo>& Campos() const { return filas_.campos; }
 
     /// Writes columns of the current row, in the database and here.
+    /// \throws ErrorDatos 3251 for a row set that can't be changed, 3265 for a column that isn't
+    /// there, before anything is written; ErrorSql when the engine refuses. So do the two below.
     void Actualiza(const Cambios& cambios);
     /// Adds a row at the foot and stands on it.
     void Inserta(const Cambios& cambios);
@@ -51,6 +55,8 @@ class Recordset {
     void ExigeFila() const;
     void ExigeCambiable() const;
     int Indice(const QString& columna) const;
+    std::vector<std::size_t> Indices(const Cambios& cambios) const;
+    void Anota(const std::vector<std::size_t>& indices, const Cambios& cambios);
     std::size_t Desplazamiento() const;
 
     Filas filas_;
