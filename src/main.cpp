@@ -1,0 +1,109 @@
+#include "data/access/proveedores.h"
+#include "data/errores.h"
+#include "data/ui/avisos.h"
+#include "data/ui/sistema.h"
+#include "run/FrmPrincipal.h"
+#include "run/pantalla.h"
+#include "sync/sincronizador.h"
+#include <QApplication>
+#include <QDir>
+
+using namespace tolmo;
+
+namespace {
+
+constexpr int SalidaCorrecta = 0;
+constexpr int SalidaConError = 1;
+
+/// The engine of the synchronisation window on the shop of the company.
+class MotorDeTienda : public sync::Motor {
+  public:
+    MotorDeTienda(data::Programa& programa, data::Progreso& progreso)
+        : sincronizador_(programa, progreso, site::Esperas{})
+    {
+    }
+
+    void SincronizaPrestashop(const sync::Opciones& opciones) override
+    {
+        sincronizador_.SincronizaPrestashop(opciones);
+    }
+    bool EnMarcha() const override { return sincronizador_.EnMarcha(); }
+
+  private:
+    sync::Sincronizador sincronizador_;
+};
+
+/// A window that stays. Where nobody can see it, the process must not wait for ever.
+int EsperaAlOperador(FrmPrincipal& principal, bool hayPantalla)
+{
+    if (!hayPantalla) {
+        data::ui::EscribeEnError(QStringLiteral(
+            "No se ha hecho ningún proceso y no hay pantalla en la que mostrar el programa: se cierra."));
+        principal.close();
+        return SalidaConError;
+    }
+    QObject::connect(&principal, &FrmPrincipal::Descargada, qApp, &QCoreApplication::quit);
+    principal.show();
+    return QApplication::exec();
+}
+
+int Arranca(FrmPrincipal& principal, bool hayPantalla)
+{
+    switch (principal.Carga()) {
+    case run::Desenlace::Hecho:
+        principal.close();
+        return principal.TrabajoPendiente() ? SalidaConError : SalidaCorrecta;
+    case run::Desenlace::Cancelado:
+        return SalidaCorrecta;
+    case run::Desenlace::Fallo:
+        return SalidaConError;
+    case run::Desenlace::SinEmpresa:
+    case run::Desenlace::Abierta:
+        break;
+    }
+    return EsperaAlOperador(principal, hayPantalla);
+}
+
+int Ejecuta(const run::Entorno& entorno, data::Avisos& avisos, bool hayPantalla)
+{
+    data::ui::RelojSistema reloj;
+    data::Programa programa(avisos, reloj, data::CreaProveedor, QDir::currentPath());
+    FrmPrincipal principal(
+        programa, entorno,
+        [&programa](data::Progreso& progreso) {
+            return std::make_unique<MotorDeTienda>(programa, progreso);
+        },
+        data::ui::EscribeEnSalida);
+    try {
+        return Arranca(principal, hayPantalla);
+    } catch (const data::FinDePrograma&) {
+        return SalidaConError;
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    run::AseguraUtf8();
+    const run::Entorno entorno = run::LeeEntorno(argc, argv);
+    const bool hayPantalla = run::HayPantalla();
+    if (!hayPantalla && entorno.lineaOrdenes.isEmpty()) {
+        data::ui::EscribeEnError(QStringLiteral(
+            "El programa no tiene pantalla en la que mostrarse. Para una tarea programada, indique el proceso y la empresa: kovtolmo /PRESTASHOP:000001"));
+        return SalidaConError;
+    }
+    if (!hayPantalla)
+        run::TrabajaSinPantalla();
+
+    // The toolkit sees no argument: all of them are this program's.
+    int soloElPrograma = 1;
+    QApplication aplicacion(soloElPrograma, argv);
+    // A dialog of the start may be the only window for a while.
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    data::ui::AvisosVentana avisosVentana;
+    data::ui::AvisosConsola avisosConsola;
+    data::Avisos& avisos = hayPantalla ? static_cast<data::Avisos&>(avisosVentana) : avisosConsola;
+    return Ejecuta(entorno, avisos, hayPantalla);
+}
