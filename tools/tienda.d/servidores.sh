@@ -72,13 +72,12 @@ termina() {
     local servidor=$1 pid vueltas=0
     vive "$servidor" || return 0
     pid=$(pid_de "$servidor")
-    kill -TERM "$pid" 2>/dev/null || true
+    kill -TERM -- "-$pid" 2>/dev/null || true
     while [ -n "$(procesos_con pgrp "$pid")" ]; do
         vueltas=$((vueltas + 1))
-        # Sessions that outlive their server, and a server that doesn't heed, have 20 seconds.
-        [ $vueltas -lt 1000 ] || kill -KILL -- "-$pid" 2>/dev/null || true
-        [ $vueltas -ne 50 ] || kill -TERM -- "-$pid" 2>/dev/null || true
-        [ $vueltas -lt 1500 ] || break
+        # Whoever doesn't heed has some 20 seconds.
+        [ $vueltas -lt 800 ] || kill -KILL -- "-$pid" 2>/dev/null || true
+        [ $vueltas -lt 1000 ] || break
         sleep 0.02
     done
     rm -f "$CARPETA/run/$servidor.pid"
@@ -212,7 +211,7 @@ senal_de() {
 }
 
 # Two listeners never share a port: a server that finds its own taken ends and says so.
-PUERTO_TAKEN='Address already in use|could not bind|Failed binding|unable to bind'
+PUERTO_OCUPADO='Address already in use|could not bind|Failed binding|unable to bind'
 
 # Odd, so that the port below, from which active FTP connects, belongs to no other shop; and below
 # those that the system gives to outgoing connections.
@@ -237,7 +236,7 @@ espera_servidor() {
         fi
         if ! vive "$servidor"; then
             nuevo+=$(cat "$CARPETA/run/$servidor.salida")
-            [[ ! $nuevo =~ $PUERTO_TAKEN ]] || return 2
+            [[ ! $nuevo =~ $PUERTO_OCUPADO ]] || return 2
             return 1
         fi
         vueltas=$((vueltas + 1))
