@@ -5,6 +5,8 @@ MARCA=.demostracion-de-kovtolmo
 ARTICULO=0301002 PRECIO_NUEVO=29.9
 
 titulo() { printf '\n== %s ==\n\n' "$*"; }
+# Text filled with blanks up to a width in characters; printf's own widths count bytes.
+columna() { printf '%s%*s' "$2" $(($1 > ${#2} ? $1 - ${#2} : 0)) ''; }
 paso() { printf '  · %s\n' "$*"; }
 muere() {
     printf 'demo: %s\n' "$*" >&2
@@ -108,9 +110,9 @@ con_coma() { LC_ALL=C printf '%.2f' "$1" | tr . ,; }
 
 compara() {
     local registro
-    printf '\n  %-18s %10s %12s\n' '' añadidos actualizados
+    printf '\n  %s añadidos   actualizados\n' "$(columna 18 '')"
     for registro in "$@"; do
-        printf '  %-18s %9s %13s\n' "$(basename "$registro" .log) pasada" \
+        printf '  %-18s %8s %14s\n' "$(basename "$registro" .log) pasada" \
             "$(grep -c 'Añadiendo artículo' "$registro" || true)" \
             "$(grep -c 'Actualizando articulo ' "$registro" || true)"
     done
@@ -124,7 +126,7 @@ compara() {
 recuento() {
     local tabla nombre p=$TIENDA_PREFIJO
     while IFS='|' read -r tabla nombre; do
-        printf '  %-34s %6s\n' "$nombre" "$(sql -e "SELECT COUNT(*) FROM $p$tabla")"
+        printf '  %s %6s\n' "$(columna 32 "$nombre")" "$(sql -e "SELECT COUNT(*) FROM $p$tabla")"
     done <<'TABLAS'
 category|Categorías, con raíz e inicio
 product|Productos
