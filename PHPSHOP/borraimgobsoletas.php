@@ -1,0 +1,371 @@
+<?php
+/*
+ * Deletes the article pictures that the shop's database no longer knows.
+ *
+ *   borraimgobsoletas.php?cienmil=n     n from 1 to 9
+ *
+ * Block n are the image numbers from (n-1)*100,000 up to n*100,000-1; block 9 has no upper end. A
+ * block is done when the answer is "CONCLUIDO". Any other answer, or none, makes the client ask
+ * again, so each request goes on where the last one was cut off.
+ * Written for PHP 5.4 to 8.x.
+ */
+
+Prepara();
+ResponderBloque(isset($_GET['cienmil']) && is_string($_GET['cienmil']) ? $_GET['cienmil'] : '');
+
+function ResponderBloque($bloque)
+{
+    if (!preg_match('/^[1-9]$/D', $bloque)) {
+        echo "Bloque no admitido\r\n";
+        return;
+    }
+    $raiz = CarpetaPropia('img/p');
+    $imagenes = new Imagenes(Ajustes());
+    if ($raiz === false || !$imagenes->Responde()) {
+        echo "No se puede consultar la tabla de im\xE1genes; no se borra nada\r\n";
+        return;
+    }
+    // A table without a single row proves nothing: it may well be another shop's.
+    if ($imagenes->EstaVacia()) {
+        echo "La tabla de im\xE1genes no tiene filas; no se borra nada\r\nCONCLUIDO\r\n";
+        return;
+    }
+    $purga = new Purga($raiz, (int) $bloque, $imagenes);
+    echo $purga->Recorre() ? "CONCLUIDO\r\n" : "Continuar\r\n";
+}
+
+/**
+ * The shop's table of images, asked for a few hundred numbers at a time and always after their files
+ * were seen: the shop writes the row of a new picture before its files.
+ */
+class Imagenes
+{
+    private $mysql = false;
+    private $tabla;
+
+    public function __construct($ajustes)
+    {
+        $prefijo = Ajuste($ajustes, '_DB_PREFIX_');
+        $this->tabla = '`' . $prefijo . 'image`';
+        if (isset($ajustes['_DB_NAME_']) && preg_match('/^\w*$/D', $prefijo)) {
+            $this->mysql = Conecta(Ajuste($ajustes, '_DB_SERVER_'), $ajustes['_DB_NAME_'], Ajuste($ajustes, '_DB_USER_'), Ajuste($ajustes, '_DB_PASSWD_'));
+        }
+    }
+
+    public function Responde()
+    {
+        return $this->Numeros('id_image = 0') !== false;
+    }
+
+    public function EstaVacia()
+    {
+        return !$this->Numeros('1 LIMIT 1');
+    }
+
+    /** Those of the numbers that the table has, as keys; false when it can't be asked. */
+    public function Conocidas($numeros)
+    {
+        return $this->Numeros('id_image IN (' . implode(',', $numeros) . ')');
+    }
+
+    private function Numeros($condicion)
+    {
+        $filas = $this->mysql ? mysqli_query($this->mysql, "SELECT id_image FROM {$this->tabla} WHERE $condicion") : false;
+        if (!$filas) {
+            return false;
+        }
+        $numeros = array();
+        while ($fila = mysqli_fetch_row($filas)) {
+            $numeros[$fila[0]] = true;
+        }
+        return $numeros;
+    }
+}
+
+/**
+ * One walk through img/p. In the old layout all pictures lie in img/p itself, in the new one those of
+ * image 123 lie in img/p/1/2/3. How far the walk has come stands in a file: "f123" when the old layout
+ * is done up to image 123, "n123" when it is done and so is the new one up to that folder, in the
+ * order of the digits as text.
+ */
+class Purga
+{
+    const GRUPO = 500;
+    const VENTANA = 50000;
+    const FOTO = '/^(0|[1-9][0-9]{0,9})(?:-[A-Za-z0-9_-]+)?\.(?:jpe?g|png|gif|webp)$/Di';
+
+    private $raiz;
+    private $imagenes;
+    private $primera;
+    private $ultima;
+    private $fin;
+    private $rutaMarca;
+    private $marca;
+    private $hecho = '';
+    private $pendientes = array();
+    private $carpetas = 0;
+
+    public function __construct($raiz, $bloque, Imagenes $imagenes)
+    {
+        $this->raiz = $raiz;
+        $this->imagenes = $imagenes;
+        $this->primera = ($bloque - 1) * 100000;
+        // An id has ten digits at most.
+        $this->ultima = $bloque === 9 ? 9999999999 : $bloque * 100000 - 1;
+        $this->rutaMarca = $raiz . '/purga' . $bloque . '.txt';
+    }
+
+    /** True when the block is done, false when the time is over or the database has gone. */
+    public function Recorre()
+    {
+        $this->marca = is_link($this->rutaMarca) ? false : @fopen($this->rutaMarca, 'c+b');
+        if ($this->marca) {
+            $this->LeeMarca();
+        }
+        $limite = (int) ini_get('max_execution_time');
+        $this->fin = microtime(true) + ($limite > 0 ? min(20, 0.6 * $limite) : 20);
+        if (!$this->RecorreLlana() || !$this->RecorreCifras('') || !$this->BorraPendientes()) {
+            return false;
+        }
+        if ($this->marca) {
+            ftruncate($this->marca, 0);
+            @unlink($this->rutaMarca);
+        }
+        return true;
+    }
+
+    private function LeeMarca()
+    {
+        // A request that the client has given up may still be at work: the next one waits for it.
+        flock($this->marca, LOCK_EX);
+        $datos = fstat($this->marca);
+        $hecho = (string) stream_get_contents($this->marca);
+        // What somebody left half done long ago says nothing about the shop of today.
+        if (time() - $datos['mtime'] < 3600 && preg_match('/^[fn][0-9]{1,10}$/D', $hecho)) {
+            $this->hecho = $hecho;
+        }
+    }
+
+    /** Keeps how far the walk has come. False when it is time to let the client ask again. */
+    private function Recuerda($hecho)
+    {
+        $this->hecho = $hecho;
+        if ($this->marca) {
+            ftruncate($this->marca, 0);
+            rewind($this->marca);
+            fwrite($this->marca, $hecho);
+            fflush($this->marca);
+        }
+        return microtime(true) < $this->fin;
+    }
+
+    /** The old layout, in rising order of the images. */
+    private function RecorreLlana()
+    {
+        if (substr($this->hecho, 0, 1) === 'n') {
+            return true;
+        }
+        $desde = $this->hecho === '' ? $this->primera : (float) substr($this->hecho, 1) + 1;
+        while ($desde !== null) {
+            $siguiente = null;
+            $grupos = array_chunk($this->NombresLlanos($desde, $siguiente), self::GRUPO, true);
+            foreach ($grupos as $grupo) {
+                if (!$this->BorraDesconocidas($grupo)) {
+                    return false;
+                }
+                end($grupo);
+                if (!$this->Recuerda('f' . key($grupo))) {
+                    return false;
+                }
+            }
+            $desde = $siguiente;
+        }
+        return true;
+    }
+
+    /** The files in img/p of the images from a number on, as many numbers as a window has, by number
+     *  and joined by "|". `$siguiente` becomes the first number behind the window, if there is one. */
+    private function NombresLlanos($desde, &$siguiente)
+    {
+        $nombres = array();
+        $abierta = @opendir($this->raiz);
+        while ($abierta && ($nombre = readdir($abierta)) !== false) {
+            if (!preg_match(self::FOTO, $nombre, $partes)) {
+                continue;
+            }
+            $numero = (float) $partes[1];
+            if ($numero < $desde || $numero > $this->ultima) {
+                continue;
+            }
+            if ($numero >= $desde + self::VENTANA) {
+                $siguiente = $siguiente === null ? $numero : min($siguiente, $numero);
+                continue;
+            }
+            $antes = isset($nombres[$partes[1]]) ? $nombres[$partes[1]] . '|' : '';
+            $nombres[$partes[1]] = $antes . $nombre;
+        }
+        ksort($nombres);
+        return $nombres;
+    }
+
+    /** The new layout from one folder down. */
+    private function RecorreCifras($cifras)
+    {
+        $ruta = $cifras === '' ? '' : implode('/', str_split($cifras)) . '/';
+        // img/p itself is the one folder that can be huge, and its files have been dealt with.
+        $nombres = $cifras === '' ? range(0, 9) : (array) @scandir($this->raiz . '/' . $ruta);
+        if ($cifras !== '' && !$this->Anota($cifras, $ruta, $nombres)) {
+            return false;
+        }
+        foreach ($nombres as $nombre) {
+            $hija = $cifras . $nombre;
+            $carpeta = $this->raiz . '/' . $ruta . $nombre;
+            if (preg_match('/^[0-9]$/D', (string) $nombre) && $this->QuedaAlgo($hija)
+                && is_dir($carpeta) && !is_link($carpeta) && !$this->RecorreCifras($hija)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    /** Whether a folder or one below it belongs to the block and hasn't been done. */
+    private function QuedaAlgo($cifras)
+    {
+        $hecha = substr($this->hecho, 0, 1) === 'n' ? substr($this->hecho, 1) : '';
+        if (strcmp($cifras, $hecha) < 0 && strpos($hecha, $cifras) !== 0) {
+            return false;
+        }
+        if ($cifras[0] === '0') {
+            return $cifras === '0' && $this->primera === 0;
+        }
+        $menor = (float) $cifras;
+        $mayor = $menor;
+        for ($largo = strlen($cifras); $largo <= 10; ++$largo) {
+            if ($mayor >= $this->primera && $menor <= $this->ultima) {
+                return true;
+            }
+            $menor *= 10;
+            $mayor = $mayor * 10 + 9;
+        }
+        return false;
+    }
+
+    /** Puts the pictures of one folder aside; a group of folders is dealt with at once. */
+    private function Anota($cifras, $ruta, $nombres)
+    {
+        $numero = (float) $cifras;
+        $hecha = substr($this->hecho, 0, 1) === 'n' ? substr($this->hecho, 1) : '';
+        if ($numero < $this->primera || $numero > $this->ultima || strcmp($cifras, $hecha) <= 0) {
+            return true;
+        }
+        $suyos = array();
+        foreach ($nombres as $nombre) {
+            if (preg_match(self::FOTO, (string) $nombre, $partes) && $partes[1] === $cifras) {
+                $suyos[] = $ruta . $nombre;
+            }
+        }
+        if ($suyos) {
+            $this->pendientes[$cifras] = implode('|', $suyos);
+        }
+        if (++$this->carpetas % self::GRUPO !== 0) {
+            return true;
+        }
+        return $this->BorraPendientes() && $this->Recuerda('n' . $cifras);
+    }
+
+    private function BorraPendientes()
+    {
+        $bien = $this->BorraDesconocidas($this->pendientes);
+        $this->pendientes = array();
+        return $bien;
+    }
+
+    /** Deletes the files of the images that the table lacks: number => paths below img/p joined by
+     *  "|". False, and nothing deleted, when the table can't be asked. */
+    private function BorraDesconocidas($rutas)
+    {
+        $conocidas = $rutas ? $this->imagenes->Conocidas(array_keys($rutas)) : array();
+        if ($conocidas === false) {
+            return false;
+        }
+        foreach (array_diff_key($rutas, $conocidas) as $desconocidas) {
+            foreach (explode('|', $desconocidas) as $ruta) {
+                @unlink($this->raiz . '/' . $ruta);
+            }
+        }
+        return true;
+    }
+}
+
+/** What the answer of every script has in common: plain text in the code page of the client. */
+function Prepara()
+{
+    if (function_exists('ini_set')) {
+        @ini_set('display_errors', '0');
+    }
+    if (function_exists('set_time_limit')) {
+        @set_time_limit(0);
+    }
+    ignore_user_abort(true);
+    header('Content-Type: text/plain; charset=windows-1252');
+    header('X-Content-Type-Options: nosniff');
+    header('Cache-Control: no-store');
+}
+
+/** The constants of the shop's configuration, by name; empty when there is none. The text is
+ *  read and never executed, and what stands in comments doesn't count. */
+function Ajustes()
+{
+    $texto = (string) @file_get_contents(__DIR__ . '/config/settings.inc.php', false, null, 0, 1048576);
+    $cadena = '\'(?:[^\'\\\\]++|\\\\.)*+\'|"(?:[^"\\\\]++|\\\\.)*+"';
+    $patron = '~/\*.*?\*/|(?://|\#)[^\r\n]*|\bdefine\s*\(\s*(?:\'(\w+)\'|"(\w+)")\s*,\s*(' . $cadena . ')|' . $cadena . '~s';
+    preg_match_all($patron, $texto, $hallados, PREG_SET_ORDER);
+    $ajustes = array();
+    foreach ($hallados as $hallado) {
+        if (isset($hallado[3]) && !isset($ajustes[$hallado[1] . $hallado[2]])) {
+            $ajustes[$hallado[1] . $hallado[2]] = preg_replace('/\\\\([\\\\\'"$])/', '$1', substr($hallado[3], 1, -1));
+        }
+    }
+    return $ajustes;
+}
+
+function Ajuste($ajustes, $nombre)
+{
+    return isset($ajustes[$nombre]) ? $ajustes[$nombre] : '';
+}
+
+/** Opens the shop's database, or false. `$servidor` is host, host:port or host:/path/of/socket;
+ *  when it is empty the default of this server's PHP is taken. */
+function Conecta($servidor, $base, $usuario, $clave)
+{
+    if (!function_exists('mysqli_init')) {
+        return false;
+    }
+    mysqli_report(MYSQLI_REPORT_OFF);
+    $partes = array();
+    if (!preg_match('/^(\[[^\]]+\]|[^:]*)(?::(\d+)|:(\/.*))?$/', $servidor, $partes)) {
+        $partes = array('', $servidor);
+    }
+    $maquina = trim($partes[1], '[]');
+    $puerto = isset($partes[2]) && $partes[2] !== '' ? (int) $partes[2] : null;
+    $enchufe = isset($partes[3]) ? $partes[3] : null;
+    $mysql = mysqli_init();
+    mysqli_options($mysql, MYSQLI_OPT_CONNECT_TIMEOUT, 20);
+    mysqli_options($mysql, MYSQLI_OPT_LOCAL_INFILE, 0);
+    if (!@mysqli_real_connect($mysql, $maquina === '' ? null : $maquina, $usuario, $clave, $base, $puerto, $enchufe)) {
+        return false;
+    }
+    // The server's "latin1" is Windows-1252, with "euro" and the five undefined bytes in their places.
+    mysqli_set_charset($mysql, 'latin1');
+    mysqli_query($mysql, "SET SESSION sql_mode = ''");
+    return $mysql;
+}
+
+/** The real path of a folder of the shop's, or false: one that is reached by a symbolic link is
+ *  none, wherever it leads. */
+function CarpetaPropia($ruta)
+{
+    $real = realpath(__DIR__ . '/' . $ruta);
+    $tienda = str_replace('\\', '/', realpath(__DIR__));
+    return $real !== false && is_dir($real) && str_replace('\\', '/', $real) === $tienda . '/' . $ruta ? $real : false;
+}
