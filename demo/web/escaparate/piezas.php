@@ -68,7 +68,8 @@ function foto($ruta, $nombre)
         return '<img src="' . h($ruta) . '" alt="' . h($nombre) . '" loading="lazy">';
     }
     $inicial = preg_match('~^.~us', (string) $nombre, $letra) ? $letra[0] : '·';
-    return '<span class="sin-foto" aria-hidden="true">' . h($inicial) . '</span>';
+    $matiz = crc32((string) $nombre) % 12 * 30;
+    return '<span class="sin-foto" style="--matiz: ' . $matiz . '" aria-hidden="true">' . h($inicial) . '</span>';
 }
 
 function existencias($cantidad)
