@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
+#include <QSet>
 #include <QTemporaryDir>
 #include <QThread>
 #include <memory>
@@ -94,10 +95,14 @@ QString Nombre(Servidor servidor)
 /// The requests that began and have not ended: "+id|..." without its "-id".
 bool HayPendientes(const QByteArray& marcas)
 {
-    qsizetype abiertas = 0;
-    for (const QString& linea : Lineas(marcas))
-        abiertas += linea.startsWith('+') ? 1 : -1;
-    return abiertas > 0;
+    QSet<QString> abiertas;
+    for (const QString& linea : Lineas(marcas)) {
+        if (linea.startsWith('+'))
+            abiertas.insert(linea.mid(1).section('|', 0, 0));
+        else
+            abiertas.remove(linea.mid(1));
+    }
+    return !abiertas.isEmpty();
 }
 } // namespace
 

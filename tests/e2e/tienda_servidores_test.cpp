@@ -1,6 +1,6 @@
 // The servers of a test shop: how they start, stop, log and work on the same files.
 #include "apoyo/tienda.h"
-#include <QCoreApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -126,18 +126,26 @@ TEST(TiendaServidores, FtpEscribeEnLaCarpetaQueHizoPhpYPhpEnLaQueHizoFtp)
 TEST(TiendaServidores, UnScriptQueSeSubeDeNuevoEsElQueCorre)
 {
     const TiendaDePrueba& tienda = TiendaComun();
-    for (const char* texto : {"uno", "dos", "tres"}) {
-        Sube(tienda, "tienda/di.php", QByteArray("<?php echo '") + texto + "';");
+    tienda.EscribeFichero("di.php", "<?php echo 'uno';");
+    // Old enough to be worth keeping compiled.
+    QFile fichero(tienda.Raiz() + "/di.php");
+    ASSERT_TRUE(fichero.open(QIODevice::ReadWrite));
+    fichero.setFileTime(QDateTime::currentDateTime().addSecs(-3600), QFile::FileModificationTime);
+    fichero.close();
+    for (int i = 0; i < 20; ++i)
+        ASSERT_EQ(tienda.PaginaWeb("di.php").cuerpo, "uno");
 
-        EXPECT_EQ(tienda.PaginaWeb("di.php").cuerpo, texto);
-    }
+    Sube(tienda, "tienda/di.php", "<?php echo 'dos';");
+
+    for (int i = 0; i < 20; ++i)
+        EXPECT_EQ(tienda.PaginaWeb("di.php").cuerpo, "dos");
 }
 
 TEST(TiendaServidores, FtpNoSaleDeSuCarpeta)
 {
     const TiendaDePrueba& tienda = TiendaComun();
 
-    const Salida raiz = Corre("curl", {"-sS", "-l", UrlFtp(tienda, "../../")});
+    const Salida raiz = Corre("curl", {"-sS", "-l", "--path-as-is", UrlFtp(tienda, "../../")});
 
     EXPECT_EQ(raiz.texto, "tienda\n");
 }
@@ -416,6 +424,41 @@ TEST(TiendaServidores, NoSeMeteEnUnaCarpetaConOtrasCosas)
     EXPECT_TRUE(ajeno.exists());
 }
 
+TEST(TiendaServidores, UnaCarpetaDeNombreMuyLargoTambienTieneSocket)
+{
+    QTemporaryDir temporal;
+    const QString carpeta = temporal.filePath(QString(120, 'l'));
+    ASSERT_EQ(Corre(Tienda, {"up", carpeta, "--prefijo", "tst_"}).codigo, 0);
+
+    const Salida fila = Corre(Tienda, {"sql", carpeta, "-N"}, "select id_shop from tst_shop");
+
+    EXPECT_EQ(fila.texto, "1\n");
+    QFile valores(carpeta + "/tienda.env");
+    ASSERT_TRUE(valores.open(QIODevice::ReadOnly));
+    const QString socket = QString::fromUtf8(valores.readAll())
+                               .section("TIENDA_MYSQL_SOCKET='", 1)
+                               .section('\'', 0, 0);
+    EXPECT_TRUE(QFile::exists(socket));
+    EXPECT_EQ(Corre(Tienda, {"down", carpeta, "--borra"}).codigo, 0);
+    EXPECT_FALSE(QFile::exists(QFileInfo(socket).path()));
+    EXPECT_FALSE(QFile::exists(carpeta));
+}
+
+TEST(TiendaServidores, LaQueSeBajoSinBorrarSubeDeNuevoYNueva)
+{
+    QTemporaryDir temporal;
+    const QString carpeta = temporal.filePath("tienda");
+    ASSERT_EQ(Corre(Tienda, {"up", carpeta}).codigo, 0);
+    EXPECT_EQ(Corre(Tienda, {"up", carpeta}).codigo, 1) << "two in the same folder";
+    Corre(Tienda, {"sql", carpeta}, "insert into ps_tag (id_lang,name) values (1,'vieja')");
+    ASSERT_EQ(Corre(Tienda, {"down", carpeta}).codigo, 0);
+
+    ASSERT_EQ(Corre(Tienda, {"up", carpeta}).codigo, 0);
+
+    EXPECT_EQ(Corre(Tienda, {"sql", carpeta, "-N"}, "select count(*) from ps_tag").texto, "0\n");
+    EXPECT_EQ(Corre(Tienda, {"down", carpeta, "--borra"}).codigo, 0);
+}
+
 TEST(TiendaServidores, BajaNoTocaElProcesoQueHeredoElNumero)
 {
     QTemporaryDir temporal;
@@ -423,7 +466,7 @@ TEST(TiendaServidores, BajaNoTocaElProcesoQueHeredoElNumero)
     ASSERT_EQ(Corre(Tienda, {"up", carpeta}).codigo, 0);
     ASSERT_EQ(Corre(Tienda, {"down", carpeta}).codigo, 0);
     QProcess ajeno;
-    ajeno.start("sleep", {"600"});
+    ajeno.start("setsid", {"sleep", "600"}); // leads its group, as a server does
     ASSERT_TRUE(ajeno.waitForStarted());
     QFile anotado(carpeta + "/run/http.pid");
     ASSERT_TRUE(anotado.open(QIODevice::WriteOnly));
