@@ -88,7 +88,17 @@ void FrmPrincipal::Sincroniza()
     EnFrontera(programa_.avisos, [this] { MuestraSincronizar({}); });
     if (!entorno_.lineaOrdenes.isEmpty())
         close();
-    else if (std::exchange(activacionPendiente_, false))
+    else
+        VuelveAlFrente();
+}
+
+/// Not every desktop activates the window below a dialog that goes away, and one may have done it
+/// while the dialog stood.
+void FrmPrincipal::VuelveAlFrente()
+{
+    if (!isActiveWindow())
+        activateWindow();
+    else if (activacionPendiente_)
         Activa();
 }
 

@@ -37,6 +37,7 @@ class FrmPrincipal : public QMainWindow, private tolmo::run::VentanasDeArranque 
     void ConectaBotones();
     void Activa();
     void Sincroniza();
+    void VuelveAlFrente();
     void MuestraInformacion();
     void EnProximaVersion(const QString& que);
 

@@ -4,7 +4,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -113,29 +113,28 @@ Respuesta MuestraLarga(const QString& texto, int estilo, const QString& titulo)
 {
     QDialog caja(QApplication::activeWindow());
     caja.setWindowTitle(titulo);
-    auto* fila = new QHBoxLayout;
-    auto* dibujo = new QLabel;
+    auto* rejilla = new QGridLayout(&caja);
+    auto* dibujo = new QLabel(&caja);
     dibujo->setPixmap(caja.style()->standardIcon(Dibujo(estilo)).pixmap(32, 32));
-    fila->addWidget(dibujo, 0, Qt::AlignTop);
-    auto* lectura = new QPlainTextEdit(texto);
+    auto* lectura = new QPlainTextEdit(texto, &caja);
     lectura->setReadOnly(true);
     lectura->setTabChangesFocus(true);
-    fila->addWidget(lectura);
-    auto* botonera = new QDialogButtonBox;
+    auto* botonera = new QDialogButtonBox(&caja);
+    rejilla->addWidget(dibujo, 0, 0, Qt::AlignTop);
+    rejilla->addWidget(lectura, 0, 1);
+    rejilla->addWidget(botonera, 1, 0, 1, 2);
     Respuesta elegida = RespuestaDeCierre(estilo);
     for (const Boton& boton : Botones(estilo)) {
         QPushButton* nuevo = botonera->addButton(boton.texto, boton.papel);
-        nuevo->setDefault(boton.respuesta == RespuestaPorDefecto(estilo));
-        if (nuevo->isDefault())
-            nuevo->setFocus();
         QObject::connect(nuevo, &QPushButton::clicked, &caja, [&caja, &elegida, boton] {
             elegida = boton.respuesta;
             caja.accept();
         });
+        if (boton.respuesta == RespuestaPorDefecto(estilo)) {
+            nuevo->setDefault(true);
+            nuevo->setFocus();
+        }
     }
-    auto* columna = new QVBoxLayout(&caja);
-    columna->addLayout(fila);
-    columna->addWidget(botonera);
     caja.resize(720, 420);
     caja.exec();
     return elegida;

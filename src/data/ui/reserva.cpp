@@ -50,13 +50,19 @@ std::pair<std::vector<Trozo>, qsizetype> ParteLista(const QString& texto, qsizet
     return {trozos, p};
 }
 
-QString OcultaAsignaciones(QString texto)
+/// Behind a name and "=", as far as `valor` reaches.
+QString OcultaDetras(QString texto, const QString& valor)
 {
-    static const QRegularExpression asignacion(
-        QStringLiteral(
-            R"((\w*(?:pass|pwd|clave)\w*[\]`"]?\s*=\s*)('(?:[^']|'')*'?|"[^"]*"?|[^\s;,'")]+))"),
+    const QRegularExpression asignacion(
+        QStringLiteral(R"((\w*(?:pass|pwd|clave)\w*[\]`"]?\s*=\s*))") + valor,
         QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
     return texto.replace(asignacion, QStringLiteral("\\1") + Oculta);
+}
+
+bool EsCadenaDeConexion(const QString& texto)
+{
+    return texto.startsWith(QLatin1String("Driver="), Qt::CaseInsensitive) ||
+           texto.startsWith(QLatin1String("Provider="), Qt::CaseInsensitive);
 }
 
 QString OcultaInsercion(QString texto)
@@ -87,7 +93,12 @@ QString OcultaInsercion(QString texto)
 
 QString SinClaves(const QString& texto)
 {
-    return OcultaInsercion(OcultaAsignaciones(texto));
+    static const QString valorDeCadena = QStringLiteral("[^;]*");
+    static const QString valorDeSentencia =
+        QStringLiteral(R"(('(?:[^']|'')*'?|"[^"]*"?|[^\s;,'")]+))");
+    if (EsCadenaDeConexion(texto))
+        return OcultaDetras(texto, valorDeCadena);
+    return OcultaInsercion(OcultaDetras(texto, valorDeSentencia));
 }
 
 } // namespace tolmo::data::ui

@@ -1,0 +1,429 @@
+#include "apoyo/dobles.h"
+#include "data/errores.h"
+#include "dialogo.h"
+#include "gestion_de_prueba.h"
+#include "run/FrmPrincipal.h"
+#include "sync/motor_de_prueba.h"
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <cstdio>
+#include <gmock/gmock.h>
+
+using namespace tolmo;
+using run::Desenlace;
+
+namespace {
+
+const QString BorraTemporal = "DROP TABLE WKOVTOLMO_ARTIC24031509050789";
+const QString LeeEmpresa = "Select * from m_Empresa where codempresa='000001'";
+
+// clang-format off
+const AvisosDePrueba::Caja CajaDeFallo{"No se ha podido conectar al servidor web.Compruebe los valores de conexión.", 64, ""};
+// clang-format on
+
+class FrmPrincipalTest : public testing::Test {
+  protected:
+    FrmPrincipalTest()
+    {
+        programa.TipoBaseDatos = data::Dialecto::Access;
+        EsperaArranque(gestion);
+    }
+
+    /// Loads the main window; a person takes the company that is offered.
+    Desenlace Carga(const QString& linea = {})
+    {
+        ventana.emplace(programa, run::Entorno{.lineaOrdenes = linea, .PATH_CONNECT = "/bases"},
+                        corridas.Fabrica(), [this](const QString& l) { eco << l; });
+        if (linea.isEmpty())
+            EnElDialogo([](QWidget& d) { d.findChild<QPushButton*>("CmdAceptar")->click(); });
+        return ventana->Carga();
+    }
+    /// The idle main window of a person at the screen.
+    void Abre(const QString& linea = {})
+    {
+        ASSERT_EQ(Carga(linea), Desenlace::Abierta);
+        Muestra();
+    }
+    void Muestra()
+    {
+        ventana->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&*ventana));
+    }
+    QPushButton* Boton(const char* nombre)
+    {
+        auto* boton = ventana->findChild<QPushButton*>(nombre);
+        if (!boton)
+            throw std::logic_error(nombre);
+        return boton;
+    }
+    void Pulsa(const char* nombre) { QTest::mouseClick(Boton(nombre), Qt::LeftButton); }
+
+    GestionDePrueba gestion;
+    CorridasDePrueba corridas;
+    AvisosDePrueba avisos;
+    RelojDePrueba reloj;
+    QStringList eco;
+    QTemporaryDir carpeta;
+    data::Programa programa{avisos, reloj, gestion.Fabrica(), carpeta.path()};
+    std::optional<FrmPrincipal> ventana;
+};
+
+TEST_F(FrmPrincipalTest, TieneSusTextosYSuEmpresa)
+{
+    Abre();
+
+    EXPECT_EQ(ventana->windowTitle(), "KOV TOLMO 1.6.");
+    EXPECT_EQ(Rotulo(Boton("CmdSincronizar")), "Sincronizar tienda prestashop");
+    EXPECT_EQ(Rotulo(Boton("CmdParametros")), "Configuración");
+    EXPECT_EQ(Rotulo(Boton("CmdSoloStock")), "Generar XML Solostock.com");
+    EXPECT_EQ(Rotulo(Boton("CmdAtributosValores")), "Configurar atributos y combinaciones");
+    EXPECT_EQ(Rotulo(Boton("CmdInfoProgramacion")), "Información para programar tarea");
+    EXPECT_EQ(Rotulo(Boton("CmdSalir")), "Salir");
+    EXPECT_EQ(ventana->findChildren<QPushButton*>().size(), 6);
+    EXPECT_EQ(ventana->findChild<QLabel*>("LblEmpresa")->text(), "000001 Ferretería Norte");
+}
+
+TEST_F(FrmPrincipalTest, LaInformacionParaProgramarTieneSusSeisLineas)
+{
+    Abre();
+
+    Pulsa("CmdInfoProgramacion");
+
+    // clang-format off
+    const AvisosDePrueba::Caja caja{
+        "Llamar al programa Kov Tolmo.exe + parámetros para programar tarea:\r\n"
+        "/PRESTASHOP:[CODEMPRESA] -> Sincronización Todos (Familias completas, Artículos sólo cambios)\r\n"
+        "/SOLOARTIC_SIN_STOCK:[CODEMPRESA] -> Sincronización Sólo Artículos con cambios (SIN ACTUALIZAR STOCK)\r\n"
+        "/SOLOARTIC:[CODEMPRESA] -> Sincronización Sólo Artículos con cambios\r\n"
+        "/SOLOSTOCKS:[CODEMPRESA] -> Generación proceso fichero para SOLOSTOCKS\r\n"
+        "/STOCK:[CODEMPRESA] -> Actulización de existencias en la tienda prestashop",
+        64, ""};
+    // clang-format on
+    EXPECT_EQ(avisos.cajas, std::vector{caja});
+}
+
+TEST_F(FrmPrincipalTest, LasVentanasQueFaltanLoDicenYNadaMas)
+{
+    ASSERT_TRUE(QDir(carpeta.path()).mkdir("PHPSHOP"));
+    QFile fichero(carpeta.filePath("PHPSHOP/000001solostocks_config.txt"));
+    ASSERT_TRUE(fichero.open(QIODevice::WriteOnly));
+    Abre();
+    const QStringList antes = gestion.diario;
+
+    for (const char* boton : {"CmdParametros", "CmdSoloStock", "CmdAtributosValores"})
+        Pulsa(boton);
+
+    // clang-format off
+    EXPECT_EQ(avisos.cajas,
+              (std::vector<AvisosDePrueba::Caja>{
+                  {"\"Configuración\" todavía no está disponible en esta versión.", 64, ""},
+                  {"\"Generar XML Solostock.com\" todavía no está disponible en esta versión.", 64, ""},
+                  {"\"Configurar atributos y combinaciones\" todavía no está disponible en esta versión.", 64, ""}}));
+    // clang-format on
+    EXPECT_EQ(gestion.diario, antes);
+}
+
+TEST_F(FrmPrincipalTest, ElBotonDeSolostocksSoloSeVeConSuFichero)
+{
+    Abre();
+
+    EXPECT_FALSE(Boton("CmdSoloStock")->isVisible());
+}
+
+TEST_F(FrmPrincipalTest, LaCajaDeConfiguracionAbreAntesLosParametros)
+{
+    ventana.emplace(programa, run::Entorno{.PATH_CONNECT = "/bases"}, corridas.Fabrica());
+    EnElDialogo([](QWidget& d) {
+        d.findChild<QComboBox*>("CmbEmpresa")->setCurrentIndex(0);
+        d.findChild<QCheckBox*>("ChkConfiguracion")->setChecked(true);
+        d.findChild<QPushButton*>("CmdAceptar")->click();
+    });
+
+    EXPECT_EQ(ventana->Carga(), Desenlace::Abierta);
+
+    ASSERT_EQ(avisos.cajas.size(), 1U);
+    EXPECT_EQ(avisos.cajas[0].texto,
+              "\"Configuración\" todavía no está disponible en esta versión.");
+}
+
+TEST_F(FrmPrincipalTest, CancelarLaEmpresaTerminaElPrograma)
+{
+    ventana.emplace(programa, run::Entorno{.PATH_CONNECT = "/bases"}, corridas.Fabrica());
+    EnElDialogo([](QWidget& d) { d.findChild<QPushButton*>("cmdCancelar")->click(); });
+
+    EXPECT_EQ(ventana->Carga(), Desenlace::Cancelado);
+}
+
+TEST_F(FrmPrincipalTest, ElDialogoDeSqlServerDaElServidor)
+{
+    programa.TipoBaseDatos = data::Dialecto::SqlServer;
+    ventana.emplace(programa, run::Entorno{.PATH_KOVSERVER = "OFICINA"}, corridas.Fabrica());
+    EnElDialogo([](QWidget& sql) {
+        EXPECT_EQ(sql.objectName(), "FrmConexionSqlServer");
+        EnElDialogo([](QWidget& d) { d.findChild<QPushButton*>("CmdAceptar")->click(); });
+        sql.findChild<QPushButton*>("CmmAceptar")->click();
+    });
+
+    EXPECT_EQ(ventana->Carga(), Desenlace::Abierta);
+
+    EXPECT_EQ(programa.ServidorSql, "OFICINA");
+    EXPECT_EQ(programa.ModoAutenticacion, "WINDOWS");
+    EXPECT_EQ(programa.CodigoEmpresa(), "000001");
+}
+
+// Activation.
+
+TEST_F(FrmPrincipalTest, AlVenirAlFrenteElBotonReflejaElValorAnteriorALaRecarga)
+{
+    EsperaParametros(gestion, {FilaDeParametros(true)});
+    ASSERT_EQ(Carga(), Desenlace::Abierta);
+    EsperaParametros(gestion, {FilaDeParametros(false)});
+    programa.DialectoActivo = data::Dialecto::MySql;
+
+    Muestra();
+
+    EXPECT_FALSE(Boton("CmdAtributosValores")->isEnabled());
+    EXPECT_FALSE(programa.parametros.PS_MODOCONFIGURADOR);
+    EXPECT_EQ(programa.DialectoActivo, data::Dialecto::Access);
+}
+
+TEST_F(FrmPrincipalTest, ALaVueltaDeLaSincronizacionSeRecarganLosParametros)
+{
+    Abre();
+    corridas.enMedio = [&](data::Progreso&) {
+        programa.DialectoActivo = data::Dialecto::MySql;
+        EsperaParametros(gestion, {FilaDeParametros(false, "cambiado.prueba")});
+    };
+    EnElDialogo([](QWidget& d) { d.findChild<QPushButton*>("CmdStock")->click(); });
+
+    Pulsa("CmdSincronizar");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&*ventana));
+
+    EXPECT_EQ(programa.parametros.Server_Bd, "cambiado.prueba");
+    EXPECT_EQ(programa.DialectoActivo, data::Dialecto::Access);
+}
+
+TEST_F(FrmPrincipalTest, EnPlenoProcesoLaVentanaPrincipalNoTocaElDialecto)
+{
+    Abre();
+    corridas.enMedio = [&](data::Progreso& progreso) {
+        programa.DialectoActivo = data::Dialecto::MySql;
+        QEvent alFrente(QEvent::WindowActivate);
+        QCoreApplication::sendEvent(&*ventana, &alFrente);
+        progreso.CedeEventos();
+        EXPECT_EQ(programa.DialectoActivo, data::Dialecto::MySql);
+    };
+    EnElDialogo([](QWidget& d) { d.findChild<QPushButton*>("CmdStock")->click(); });
+
+    Pulsa("CmdSincronizar");
+
+    EXPECT_EQ(corridas.opciones.size(), 1U);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return programa.DialectoActivo == data::Dialecto::Access; }));
+}
+
+// Without a company.
+
+TEST_F(FrmPrincipalTest, SinEmpresasSeQuedaAbiertaYNoBorraNadaAlSalir)
+{
+    gestion.consultas["select * from m_empresa"] = {};
+    ventana.emplace(programa, run::Entorno{.PATH_CONNECT = "/bases"}, corridas.Fabrica());
+    ASSERT_EQ(ventana->Carga(), Desenlace::SinEmpresa);
+    const QStringList antes = gestion.diario;
+
+    Muestra();
+    EXPECT_EQ(ventana->findChild<QLabel*>("LblEmpresa")->text(), "");
+    Pulsa("CmdSalir");
+
+    EXPECT_FALSE(ventana->isVisible());
+    EXPECT_EQ(gestion.diario, antes);
+}
+
+// Synchronisation and exit.
+
+TEST_F(FrmPrincipalTest, ElBotonMuestraLaSincronizacionSinTag)
+{
+    Abre();
+    EnElDialogo([](QWidget& d) {
+        EXPECT_EQ(d.objectName(), "FrmSincronizar");
+        EXPECT_TRUE(d.findChild<QTabWidget*>("SSTab1")->isEnabled());
+        QTest::qWait(20);
+        d.close();
+    });
+
+    Pulsa("CmdSincronizar");
+
+    EXPECT_TRUE(corridas.opciones.empty());
+    EXPECT_EQ(corridas.vivos, 0);
+    EXPECT_TRUE(ventana->isVisible());
+}
+
+TEST_F(FrmPrincipalTest, ConLineaDeOrdenesElBotonCierraLaVentanaALaVuelta)
+{
+    Abre("SIN MODO 000001");
+    EnElDialogo([](QWidget& d) { d.close(); });
+
+    Pulsa("CmdSincronizar");
+
+    EXPECT_FALSE(ventana->isVisible());
+    EXPECT_EQ(gestion.diario.last(), "EJECUTA " + BorraTemporal);
+}
+
+TEST_F(FrmPrincipalTest, SalirBorraLaTablaTemporalYAvisaDeSuDescarga)
+{
+    Abre();
+    QSignalSpy descargas(&*ventana, &FrmPrincipal::Descargada);
+
+    Pulsa("CmdSalir");
+
+    EXPECT_FALSE(ventana->isVisible());
+    EXPECT_EQ(descargas.count(), 1);
+    EXPECT_EQ(gestion.De("EJECUTA").count(BorraTemporal), 1);
+}
+
+TEST_F(FrmPrincipalTest, SinCerrarLaVentanaLaTablaTemporalSeQueda)
+{
+    Abre();
+
+    ventana.reset();
+
+    EXPECT_EQ(gestion.De("EJECUTA").count(BorraTemporal), 0);
+}
+
+// Scheduled runs.
+
+TEST_F(FrmPrincipalTest, UnaTareaProgramadaHaceSuProcesoSinMostrarLaVentanaPrincipal)
+{
+    bool principalVisible = true;
+    corridas.enMedio = [&](data::Progreso& progreso) {
+        principalVisible = ventana->isVisible();
+        progreso.LineaEstado("[15/03/2024 9:05:07] INICIO");
+    };
+
+    EXPECT_EQ(Carga("/soloartic_sin_stock:000001"), Desenlace::Hecho);
+
+    ASSERT_EQ(corridas.opciones.size(), 1U);
+    EXPECT_EQ(EnPalabras(corridas.opciones[0]), "T [][] FotosArt Adjuntos con eliminaT indices");
+    EXPECT_FALSE(principalVisible);
+    EXPECT_EQ(eco, QStringList{"[15/03/2024 9:05:07] INICIO"});
+    EXPECT_FALSE(ventana->TrabajoPendiente());
+}
+
+TEST_F(FrmPrincipalTest, UnaVentanaQueNuncaSeVioTambienBorraSuTabla)
+{
+    Carga("/STOCK:000001");
+
+    ventana->close();
+
+    EXPECT_EQ(gestion.diario.last(), "EJECUTA " + BorraTemporal);
+}
+
+TEST_F(FrmPrincipalTest, ElProcesoDeUnBotonNoTieneEco)
+{
+    Abre();
+    corridas.enMedio = [](data::Progreso& progreso) { progreso.LineaEstado("una"); };
+    EnElDialogo([](QWidget& d) { d.findChild<QPushButton*>("CmdStock")->click(); });
+
+    Pulsa("CmdSincronizar");
+
+    EXPECT_EQ(corridas.opciones.size(), 1U);
+    EXPECT_EQ(eco, QStringList{});
+}
+
+TEST_F(FrmPrincipalTest, ElErrorDeUnaTareaProgramadaDaLaCajaDelArranque)
+{
+    corridas.enMedio = [](data::Progreso&) { throw data::ErrorEjecucion(94, "uso de Null"); };
+
+    EXPECT_EQ(Carga("/PRESTASHOP:000001"), Desenlace::Fallo);
+
+    EXPECT_EQ(avisos.cajas, std::vector{CajaDeFallo});
+    EXPECT_EQ(gestion.De("EJECUTA").count(BorraTemporal), 0);
+}
+
+TEST_F(FrmPrincipalTest, SinTiendaUnaTareaProgramadaDaLaCajaDelArranque)
+{
+    ventana.emplace(programa,
+                    run::Entorno{.lineaOrdenes = "/STOCK:000001", .PATH_CONNECT = "/bases"},
+                    [](data::Progreso&) -> std::unique_ptr<sync::Motor> {
+                        throw data::ErrorSql(data::numero_error::Conexion, "sin tienda", "ODBC");
+                    });
+
+    EXPECT_EQ(ventana->Carga(), Desenlace::Fallo);
+
+    EXPECT_EQ(avisos.cajas, std::vector{CajaDeFallo});
+}
+
+TEST_F(FrmPrincipalTest, ElConmutadorDelFicheroQueFaltaLoDiceYQuedaPendiente)
+{
+    EXPECT_EQ(Carga("/SOLOSTOCKS:000001"), Desenlace::Hecho);
+
+    EXPECT_EQ(avisos.cajas.size(), 1U);
+    EXPECT_TRUE(ventana->TrabajoPendiente());
+}
+
+// Errors of a person's session end the process.
+
+struct AvisosEnError : data::Avisos {
+    data::Respuesta Muestra(const QString& texto, int estilo, const QString&) override
+    {
+        std::fprintf(stderr, "caja %d: %s\n", estilo, qPrintable(texto));
+        return data::Respuesta::Aceptar;
+    }
+};
+
+void PulsaSincronizarSinTienda()
+{
+    GestionDePrueba gestion;
+    EsperaArranque(gestion);
+    AvisosEnError avisos;
+    RelojDePrueba reloj;
+    data::Programa programa(avisos, reloj, gestion.Fabrica(), "/actual");
+    programa.TipoBaseDatos = data::Dialecto::Access;
+    FrmPrincipal ventana(programa, {.lineaOrdenes = "SIN MODO 000001", .PATH_CONNECT = "/bases"},
+                         [](data::Progreso&) -> std::unique_ptr<sync::Motor> {
+                             throw data::ErrorSql(data::numero_error::Conexion, "sin tienda",
+                                                  "ODBC");
+                         });
+    ventana.Carga();
+    ventana.findChild<QPushButton*>("CmdSincronizar")->click();
+    std::fprintf(stderr, "sigue\n");
+}
+
+TEST(FrmPrincipalDeathTest, SinTiendaElBotonMuestraElErrorYTerminaElPrograma)
+{
+    EXPECT_EXIT(PulsaSincronizarSinTienda(), testing::ExitedWithCode(1),
+                "caja 16: ERROR: sin tienda\n$");
+}
+
+void ActivaSinParametros()
+{
+    GestionDePrueba gestion;
+    EsperaArranque(gestion);
+    AvisosEnError avisos;
+    RelojDePrueba reloj;
+    data::Programa programa(avisos, reloj, gestion.Fabrica(), "/actual");
+    programa.TipoBaseDatos = data::Dialecto::Access;
+    FrmPrincipal ventana(programa, {.lineaOrdenes = "SIN MODO 000001", .PATH_CONNECT = "/bases"},
+                         {});
+    ventana.Carga();
+    gestion.consultas.clear();
+    ventana.show();
+    QTest::qWait(50);
+    std::fprintf(stderr, "sigue\n");
+}
+
+TEST(FrmPrincipalDeathTest, UnaSentenciaQueFallaAlActivarseTerminaElPrograma)
+{
+    EXPECT_EXIT(ActivaSinParametros(), testing::ExitedWithCode(1),
+                testing::AllOf(testing::HasSubstr("EL PROGRAMA SE CERRARÁ"),
+                               testing::Not(testing::HasSubstr("sigue"))));
+}
+
+} // namespace

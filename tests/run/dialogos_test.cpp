@@ -1,0 +1,208 @@
+#include "dialogo.h"
+#include "run/FrmConexionSqlServer.h"
+#include "run/FrmSeleccionaEmpresa.h"
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+
+using namespace tolmo;
+
+namespace {
+
+template <class Control> Control* C(QWidget& ventana, const char* nombre)
+{
+    auto* control = ventana.findChild<Control*>(nombre);
+    if (!control)
+        throw std::logic_error(nombre);
+    return control;
+}
+
+void Pulsa(QWidget& ventana, const char* boton)
+{
+    QTest::mouseClick(C<QPushButton>(ventana, boton), Qt::LeftButton);
+}
+
+class FrmSeleccionaEmpresaTest : public testing::Test {
+  protected:
+    void SetUp() override { ventana.show(); }
+    QComboBox* Caja() { return C<QComboBox>(ventana, "CmbEmpresa"); }
+
+    FrmSeleccionaEmpresa ventana{{"000001 Ferretería Norte", "000002 Jardinería Sur"}};
+};
+
+TEST_F(FrmSeleccionaEmpresaTest, TieneSusTextos)
+{
+    EXPECT_EQ(ventana.windowTitle(), "Seleccione Empresa");
+    EXPECT_EQ(Rotulo(C<QLabel>(ventana, "LblCmbEmpresa")), "Empresa:");
+    EXPECT_EQ(Rotulo(C<QCheckBox>(ventana, "ChkConfiguracion")),
+              "Ejecutar antes configuración parámetros");
+    EXPECT_EQ(Rotulo(C<QPushButton>(ventana, "CmdAceptar")), "Aceptar");
+    EXPECT_EQ(Rotulo(C<QPushButton>(ventana, "cmdCancelar")), "Cancelar");
+}
+
+TEST_F(FrmSeleccionaEmpresaTest, LaPrimeraEmpresaEstaElegidaDesdeElPrincipio)
+{
+    EXPECT_EQ(Caja()->count(), 2);
+    EXPECT_EQ(Caja()->currentText(), "000001 Ferretería Norte");
+    EXPECT_FALSE(C<QCheckBox>(ventana, "ChkConfiguracion")->isChecked());
+}
+
+TEST_F(FrmSeleccionaEmpresaTest, AceptaLaElegida)
+{
+    QTest::keyClick(Caja(), Qt::Key_Down);
+    Pulsa(ventana, "CmdAceptar");
+
+    EXPECT_EQ(ventana.result(), QDialog::Accepted);
+    EXPECT_EQ(ventana.Eleccion().texto, "000002 Jardinería Sur");
+    EXPECT_FALSE(ventana.Eleccion().configuracion);
+}
+
+TEST_F(FrmSeleccionaEmpresaTest, LaTeclaIntroAcepta)
+{
+    QTest::keyClick(Caja(), Qt::Key_Return);
+
+    EXPECT_FALSE(ventana.isVisible());
+    EXPECT_EQ(ventana.result(), QDialog::Accepted);
+}
+
+TEST_F(FrmSeleccionaEmpresaTest, LoEscritoAManoPasaComoEsta)
+{
+    auto* texto = Caja()->lineEdit();
+    texto->selectAll();
+    QTest::keyClicks(texto, "0000");
+    Pulsa(ventana, "CmdAceptar");
+
+    EXPECT_EQ(ventana.Eleccion().texto, "0000");
+}
+
+TEST_F(FrmSeleccionaEmpresaTest, LaCajaMarcadaPideLaConfiguracion)
+{
+    QTest::keyClick(C<QCheckBox>(ventana, "ChkConfiguracion"), Qt::Key_Space);
+    Pulsa(ventana, "CmdAceptar");
+
+    EXPECT_TRUE(ventana.Eleccion().configuracion);
+}
+
+TEST_F(FrmSeleccionaEmpresaTest, CancelarYEscapeLaDejanSinAceptar)
+{
+    Pulsa(ventana, "cmdCancelar");
+    EXPECT_FALSE(ventana.isVisible());
+    EXPECT_EQ(ventana.result(), QDialog::Rejected);
+
+    ventana.setResult(QDialog::Accepted);
+    ventana.show();
+    QTest::keyClick(&ventana, Qt::Key_Escape);
+    EXPECT_EQ(ventana.result(), QDialog::Rejected);
+}
+
+class FrmConexionSqlServerTest : public testing::Test {
+  protected:
+    void SetUp() override
+    {
+        ventana.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&ventana));
+    }
+    void Elige(const char* opcion)
+    {
+        QTest::keyClick(C<QRadioButton>(ventana, opcion), Qt::Key_Space);
+    }
+
+    FrmConexionSqlServer ventana{"OFICINA"};
+};
+
+TEST_F(FrmConexionSqlServerTest, TieneSusTextos)
+{
+    EXPECT_EQ(ventana.windowTitle(), "Conexion servidor SQL SERVER");
+    EXPECT_EQ(Rotulo(C<QLabel>(ventana, "LblServidor")), "Servidor SQL SERVER:");
+    EXPECT_EQ(Rotulo(C<QRadioButton>(ventana, "Option1")),
+              "Realizar conexión con identificación de Windows");
+    EXPECT_EQ(Rotulo(C<QRadioButton>(ventana, "Option2")),
+              "Realizar conexión con un usuario y contraseña");
+    EXPECT_EQ(C<QGroupBox>(ventana, "Frame1")->title(), "Identificación de usuario");
+    EXPECT_EQ(Rotulo(C<QLabel>(ventana, "LblCodUsuario")), "Usuario:");
+    EXPECT_EQ(Rotulo(C<QLabel>(ventana, "LblClvUsuario")), "Clave:");
+    EXPECT_EQ(C<QLineEdit>(ventana, "TxtServidor")->text(), "OFICINA");
+    EXPECT_EQ(C<QLineEdit>(ventana, "TxtCodUsuario")->text(), "Usuario");
+    EXPECT_EQ(C<QLineEdit>(ventana, "TxtClvUsuario")->text(), "Clave");
+}
+
+TEST_F(FrmConexionSqlServerTest, LaClaveNoSeLee)
+{
+    auto* clave = C<QLineEdit>(ventana, "TxtClvUsuario");
+
+    EXPECT_EQ(clave->echoMode(), QLineEdit::Password);
+    EXPECT_NE(clave->displayText(), "Clave");
+}
+
+TEST_F(FrmConexionSqlServerTest, ElUsuarioSoloSePideConLaSegundaOpcion)
+{
+    Elige("Option2");
+    EXPECT_TRUE(C<QLineEdit>(ventana, "TxtCodUsuario")->isEnabled());
+    EXPECT_TRUE(C<QLineEdit>(ventana, "TxtClvUsuario")->isEnabled());
+
+    Elige("Option1");
+    EXPECT_FALSE(C<QLineEdit>(ventana, "TxtCodUsuario")->isEnabled());
+    EXPECT_FALSE(C<QLineEdit>(ventana, "TxtClvUsuario")->isEnabled());
+}
+
+TEST_F(FrmConexionSqlServerTest, CadaCajaSeSeleccionaEnteraAlEntrarEnElla)
+{
+    Elige("Option2");
+    for (const char* nombre : {"TxtServidor", "TxtCodUsuario", "TxtClvUsuario"}) {
+        auto* caja = C<QLineEdit>(ventana, nombre);
+        ventana.setFocus();
+
+        QTest::mouseClick(caja, Qt::LeftButton);
+        QCoreApplication::processEvents();
+
+        EXPECT_EQ(caja->selectedText(), caja->text()) << nombre;
+    }
+}
+
+TEST_F(FrmConexionSqlServerTest, ConIdentificacionDeWindowsNoHayUsuario)
+{
+    auto* servidor = C<QLineEdit>(ventana, "TxtServidor");
+    servidor->selectAll();
+    QTest::keyClicks(servidor, "CENTRAL");
+    Pulsa(ventana, "CmmAceptar");
+
+    EXPECT_EQ(ventana.result(), QDialog::Accepted);
+    EXPECT_EQ(ventana.Acceso().servidor, "CENTRAL");
+    EXPECT_TRUE(ventana.Acceso().integrada);
+    EXPECT_EQ(ventana.Acceso().credenciales.usuario, "");
+    EXPECT_EQ(ventana.Acceso().credenciales.clave, "");
+}
+
+TEST_F(FrmConexionSqlServerTest, ConUsuarioVanElUsuarioYLaClave)
+{
+    Elige("Option2");
+    for (const auto& [nombre, texto] :
+         {std::pair("TxtCodUsuario", "ana"), std::pair("TxtClvUsuario", "s3creta")}) {
+        auto* caja = C<QLineEdit>(ventana, nombre);
+        caja->selectAll();
+        QTest::keyClicks(caja, texto);
+    }
+    Pulsa(ventana, "CmmAceptar");
+
+    EXPECT_FALSE(ventana.Acceso().integrada);
+    EXPECT_EQ(ventana.Acceso().credenciales.usuario, "ana");
+    EXPECT_EQ(ventana.Acceso().credenciales.clave, "s3creta");
+}
+
+TEST_F(FrmConexionSqlServerTest, CancelarYCerrarElMarcoSonLoMismo)
+{
+    Pulsa(ventana, "CmdCancelar");
+    EXPECT_EQ(ventana.result(), QDialog::Rejected);
+
+    ventana.setResult(QDialog::Accepted);
+    ventana.show();
+    ventana.close();
+    EXPECT_EQ(ventana.result(), QDialog::Rejected);
+}
+
+} // namespace

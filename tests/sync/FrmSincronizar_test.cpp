@@ -1,0 +1,568 @@
+#include "apoyo/dobles.h"
+#include "data/errores.h"
+#include "sync/FrmSincronizar.h"
+#include "sync/motor_de_prueba.h"
+#include <QCheckBox>
+#include <QCoreApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStyle>
+#include <QStyleOptionButton>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+#include <cstdio>
+#include <gmock/gmock.h>
+
+using namespace tolmo;
+
+namespace {
+
+/// A caption as it is read: without the mark of its mnemonic.
+QString Rotulo(const QString& texto)
+{
+    QString visible = texto;
+    return visible.remove('&');
+}
+
+class FrmSincronizarTest : public testing::Test {
+  protected:
+    template <class Control> Control* C(const char* nombre)
+    {
+        auto* control = ventana.findChild<Control*>(nombre);
+        if (!control)
+            throw std::logic_error(nombre);
+        return control;
+    }
+    void Marca(const char* caja, bool marcada) { C<QCheckBox>(caja)->setChecked(marcada); }
+    bool Marcada(const char* caja) { return C<QCheckBox>(caja)->isChecked(); }
+
+    /// Clicks on a button as the operator does: on its tab, with the mouse.
+    void Pulsa(const char* boton)
+    {
+        auto* control = C<QPushButton>(boton);
+        auto* pestanas = C<QTabWidget>("SSTab1");
+        for (int i = 0; i < pestanas->count(); ++i)
+            if (pestanas->widget(i)->isAncestorOf(control))
+                pestanas->setCurrentIndex(i);
+        QTest::mouseClick(control, Qt::LeftButton);
+    }
+
+    /// What the runs were started with, one after the other.
+    QStringList Corridas()
+    {
+        QStringList todas;
+        for (const auto& opciones : corridas.opciones)
+            todas << EnPalabras(opciones);
+        return todas;
+    }
+
+    CorridasDePrueba corridas;
+    AvisosDePrueba avisos;
+    FrmSincronizar ventana{avisos, corridas.Fabrica()};
+};
+
+struct CasoRotulo {
+    const char* control;
+    QString rotulo{};
+};
+
+class RotuloDe : public FrmSincronizarTest, public testing::WithParamInterface<CasoRotulo> {};
+
+TEST_P(RotuloDe, EsElSuyo)
+{
+    auto* control = ventana.findChild<QWidget*>(GetParam().control);
+    ASSERT_NE(control, nullptr);
+
+    EXPECT_EQ(Rotulo(control->property("text").toString()), GetParam().rotulo);
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(
+    Controles, RotuloDe,
+    testing::Values(
+        CasoRotulo{"CmdSincronizaTodo", "Sincronizar todos los cambios"},
+        CasoRotulo{"Label3", "Se sincronizarán familias y sólo los artículos que hayan tenido cambios desde la última actualización"},
+        CasoRotulo{"ChkTFamFotos", "Subir Fotos Familias"},
+        CasoRotulo{"ChkTArtFotos", "Subir fotos Artículos"},
+        CasoRotulo{"ChkTAdjuntos", "Subir Adjuntos"},
+        CasoRotulo{"ChkTStock", "Actualizar Stock"},
+        CasoRotulo{"ChkTodosFam", "SUBIR FAMILIAS (OJO, si se desmarca las familias no han debido tener cambios)."},
+        CasoRotulo{"ChkTodosArticulosNoEstan", "Eliminar artículos que ya no están"},
+        CasoRotulo{"CmdSincronizarArticulos", "Sincronizar artículos"},
+        CasoRotulo{"Label5", "Se sincronizarán todos los artículos en el rango de selección Desde/Hasta"},
+        CasoRotulo{"Label1", "Artículo Desde:"},
+        CasoRotulo{"Label2", "Artículo Hasta:"},
+        CasoRotulo{"TxtArtDesde", ""},
+        CasoRotulo{"TxtArtHasta", ""},
+        CasoRotulo{"ChkArtFotos", "Subir fotos"},
+        CasoRotulo{"ChkAdjuntos", "Subir Adjuntos"},
+        CasoRotulo{"ChkArtStock", "Actualizar Stock"},
+        CasoRotulo{"ChkEliminarArticNoEstan", "Eliminar artículos que ya no están"},
+        CasoRotulo{"CmdSincronizarFamilias", "Sincronizar sólo familias"},
+        CasoRotulo{"Label4", "Se sincronizarán todas las familias"},
+        CasoRotulo{"ChkFamFotos", "Subir fotos"},
+        CasoRotulo{"CmdStock", "Actualizar STOCK"},
+        CasoRotulo{"CmdValesDto", "Actualizar Vales de Descuento"},
+        CasoRotulo{"CmdBorrarImagenesObsoletas", "Borrar imágenes no usadas para ganar espacio WEB."},
+        CasoRotulo{"ChkRegenerarIndicesBusqueda", "Regenerar índices de búsqueda al finalizar (Esta opción es más lenta, pero necesaria para las búsquedas en la web)"}),
+    [](const auto& caso) { return std::string(caso.param.control); });
+// clang-format on
+
+TEST_F(FrmSincronizarTest, ElTituloEsElSuyo)
+{
+    EXPECT_EQ(ventana.windowTitle(), "Sincronizar articulos con la Web");
+}
+
+TEST_F(FrmSincronizarTest, TodasLasCajasEmpiezanMarcadasMenosUna)
+{
+    for (const QCheckBox* caja : ventana.findChildren<QCheckBox*>())
+        EXPECT_EQ(caja->isChecked(), caja->objectName() != "ChkEliminarArticNoEstan")
+            << caja->objectName().toStdString();
+    EXPECT_EQ(ventana.findChildren<QCheckBox*>().size(), 12);
+}
+
+TEST_F(FrmSincronizarTest, EnUnaPantallaPequenaCabeEnteraYSeLeenTodosLosRotulos)
+{
+    ventana.show();
+    ventana.resize(1, 1);
+    for (int i : {1, 0}) {
+        C<QTabWidget>("SSTab1")->setCurrentIndex(i);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&ventana));
+        QCoreApplication::processEvents();
+    }
+
+    EXPECT_LE(ventana.width(), 1280);
+    EXPECT_LE(ventana.height(), 720);
+    for (const QCheckBox* caja : ventana.findChildren<QCheckBox*>())
+        EXPECT_GE(caja->width(), caja->sizeHint().width()) << caja->objectName().toStdString();
+    for (const QPushButton* boton : ventana.findChildren<QPushButton*>())
+        EXPECT_GE(boton->width(), boton->sizeHint().width()) << boton->objectName().toStdString();
+}
+
+TEST_F(FrmSincronizarTest, ElTabuladorRecorreLosControlesEnElOrdenDeLaLectura)
+{
+    ventana.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&ventana));
+    C<QPushButton>("CmdSincronizaTodo")->setFocus();
+    QStringList recorrido;
+    for (int i = 0; i < 9; ++i) {
+        recorrido << QApplication::focusWidget()->objectName();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+
+    EXPECT_EQ(recorrido,
+              (QStringList{"CmdSincronizaTodo", "ChkTFamFotos", "ChkTArtFotos", "ChkTAdjuntos",
+                           "ChkTStock", "ChkTodosFam", "ChkTodosArticulosNoEstan",
+                           "CmdSincronizarArticulos", "TxtArtDesde"}));
+}
+
+TEST_F(FrmSincronizarTest, LaTeclaIntroEnElRangoNoLanzaNada)
+{
+    ventana.show();
+    auto* desde = C<QLineEdit>("TxtArtDesde");
+    desde->setFocus();
+
+    QTest::keyClicks(desde, "A1");
+    QTest::keyClick(desde, Qt::Key_Return);
+
+    EXPECT_EQ(Corridas(), QStringList{});
+    EXPECT_TRUE(ventana.isVisible());
+}
+
+// The families box.
+
+TEST_F(FrmSincronizarTest, SinFamiliasNoHayFotosDeFamilias)
+{
+    ventana.show();
+
+    QTest::mouseClick(C<QCheckBox>("ChkTodosFam"), Qt::LeftButton, {}, QPoint(10, 10));
+
+    EXPECT_FALSE(Marcada("ChkTodosFam"));
+    EXPECT_FALSE(Marcada("ChkTFamFotos"));
+    EXPECT_FALSE(C<QCheckBox>("ChkTFamFotos")->isEnabled());
+
+    QTest::mouseClick(C<QCheckBox>("ChkTodosFam"), Qt::LeftButton, {}, QPoint(10, 10));
+
+    EXPECT_TRUE(C<QCheckBox>("ChkTFamFotos")->isEnabled());
+    EXPECT_FALSE(Marcada("ChkTFamFotos"));
+}
+
+// The table of starts.
+
+TEST_F(FrmSincronizarTest, TodosLosCambiosConLasCajasComoEmpiezan)
+{
+    ventana.show();
+
+    Pulsa("CmdSincronizaTodo");
+
+    EXPECT_EQ(Corridas(),
+              QStringList{"T [][] FotosFam FotosArt Adjuntos Stock con familias eliminaT indices"});
+}
+
+struct CasoCaja {
+    const char* caja;
+    const char* boton;
+    QString corrida{};
+};
+
+class CajaDesmarcada : public FrmSincronizarTest, public testing::WithParamInterface<CasoCaja> {};
+
+TEST_P(CajaDesmarcada, QuitaLoSuyoYNadaMas)
+{
+    ventana.show();
+    Marca(GetParam().caja, !Marcada(GetParam().caja));
+
+    Pulsa(GetParam().boton);
+
+    EXPECT_EQ(Corridas(), QStringList{GetParam().corrida});
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(
+    Arranques, CajaDesmarcada,
+    testing::Values(
+        CasoCaja{"ChkTFamFotos", "CmdSincronizaTodo", "T [][] FotosArt Adjuntos Stock con familias eliminaT indices"},
+        CasoCaja{"ChkTArtFotos", "CmdSincronizaTodo", "T [][] FotosFam Adjuntos Stock con familias eliminaT indices"},
+        CasoCaja{"ChkTAdjuntos", "CmdSincronizaTodo", "T [][] FotosFam FotosArt Stock con familias eliminaT indices"},
+        CasoCaja{"ChkTStock", "CmdSincronizaTodo", "T [][] FotosFam FotosArt Adjuntos con familias eliminaT indices"},
+        CasoCaja{"ChkTodosFam", "CmdSincronizaTodo", "T [][] FotosArt Adjuntos Stock con eliminaT indices"},
+        CasoCaja{"ChkTodosArticulosNoEstan", "CmdSincronizaTodo", "T [][] FotosFam FotosArt Adjuntos Stock con familias indices"},
+        CasoCaja{"ChkRegenerarIndicesBusqueda", "CmdSincronizaTodo", "T [][] FotosFam FotosArt Adjuntos Stock con familias eliminaT"},
+        CasoCaja{"ChkArtFotos", "CmdSincronizarArticulos", "A [][] Adjuntos Stock con familias eliminaT indices"},
+        CasoCaja{"ChkAdjuntos", "CmdSincronizarArticulos", "A [][] FotosArt Stock con familias eliminaT indices"},
+        CasoCaja{"ChkArtStock", "CmdSincronizarArticulos", "A [][] FotosArt Adjuntos con familias eliminaT indices"},
+        CasoCaja{"ChkEliminarArticNoEstan", "CmdSincronizarArticulos", "A [][] FotosArt Adjuntos Stock con familias eliminaT eliminaA indices"},
+        CasoCaja{"ChkTFamFotos", "CmdSincronizarArticulos", "A [][] FotosArt Adjuntos Stock con familias eliminaT indices"},
+        CasoCaja{"ChkFamFotos", "CmdSincronizarFamilias", "F [][] con familias eliminaT indices"},
+        CasoCaja{"ChkTFamFotos", "CmdSincronizarFamilias", "F [][] FotosFam con familias eliminaT indices"},
+        CasoCaja{"ChkTStock", "CmdStock", "S [][] Stock con familias eliminaT indices"},
+        CasoCaja{"ChkTStock", "CmdValesDto", "V [][] con familias eliminaT indices"}),
+    [](const auto& caso) { return std::string(caso.param.caja) + "En" + caso.param.boton; });
+// clang-format on
+
+TEST_F(FrmSincronizarTest, LosArticulosVanConElRangoEscrito)
+{
+    ventana.show();
+    QTest::keyClicks(C<QLineEdit>("TxtArtDesde"), "A 10");
+    QTest::keyClicks(C<QLineEdit>("TxtArtHasta"), "B'20");
+
+    Pulsa("CmdSincronizarArticulos");
+
+    EXPECT_EQ(Corridas(),
+              QStringList{"A [A 10][B'20] FotosArt Adjuntos Stock con familias eliminaT indices"});
+}
+
+TEST_F(FrmSincronizarTest, ElRangoEscritoNoVaEnLosDemasProcesos)
+{
+    QTest::keyClicks(C<QLineEdit>("TxtArtDesde"), "A");
+    QTest::keyClicks(C<QLineEdit>("TxtArtHasta"), "B");
+
+    for (const char* boton :
+         {"CmdSincronizaTodo", "CmdSincronizarFamilias", "CmdStock", "CmdValesDto"}) {
+        ventana.show();
+        Pulsa(boton);
+    }
+
+    EXPECT_EQ(Corridas(),
+              (QStringList{"T [][] FotosFam FotosArt Adjuntos Stock con familias eliminaT indices",
+                           "F [][] FotosFam con familias eliminaT indices",
+                           "S [][] Stock con familias eliminaT indices",
+                           "V [][] con familias eliminaT indices"}));
+}
+
+struct CasoTag {
+    const char* tag;
+    QString corrida{};
+};
+
+class TagDeArranque : public FrmSincronizarTest, public testing::WithParamInterface<CasoTag> {};
+
+TEST_P(TagDeArranque, LanzaSuProcesoYSeCierra)
+{
+    ventana.Muestra(GetParam().tag);
+
+    EXPECT_EQ(Corridas(), QStringList{GetParam().corrida});
+    EXPECT_FALSE(ventana.isVisible());
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(
+    Arranques, TagDeArranque,
+    testing::Values(
+        CasoTag{"AUTO", "T [][] FotosFam FotosArt Adjuntos Stock con familias eliminaT indices"},
+        CasoTag{"SOLOARTIC", "T [][] FotosArt Adjuntos Stock con eliminaT indices"},
+        CasoTag{"SOLOARTIC_SIN_STOCK", "T [][] FotosArt Adjuntos con eliminaT indices"},
+        CasoTag{"STOCK", "S [][] Stock con familias eliminaT indices"}),
+    [](const auto& caso) { return caso.param.tag; });
+// clang-format on
+
+TEST_F(FrmSincronizarTest, LaVentanaYaSeVeCuandoSuTagLanzaElProceso)
+{
+    bool visible = false;
+    corridas.enMedio = [&](data::Progreso&) { visible = ventana.isVisible(); };
+
+    ventana.Muestra("STOCK");
+
+    EXPECT_TRUE(visible);
+}
+
+TEST_F(FrmSincronizarTest, SinTagOConOtroEsperaALosBotones)
+{
+    for (const char* tag : {"", "CONFIG", "auto"}) {
+        QTimer::singleShot(50, &ventana, &QWidget::close);
+
+        ventana.Muestra(tag);
+
+        EXPECT_EQ(Corridas(), QStringList{}) << tag;
+    }
+}
+
+TEST_F(FrmSincronizarTest, LaActivacionVieneUnaSolaVez)
+{
+    ventana.Muestra("STOCK");
+    ventana.show();
+    QTest::qWait(20);
+
+    EXPECT_EQ(corridas.opciones.size(), 1U);
+}
+
+TEST_F(FrmSincronizarTest, AlAcabarElProcesoDeUnBotonLaVentanaSeCierra)
+{
+    ventana.show();
+
+    Pulsa("CmdStock");
+
+    EXPECT_FALSE(ventana.isVisible());
+}
+
+// While a run is under way.
+
+TEST_F(FrmSincronizarTest, ConLasPestanasApagadasNoSeCierraPorNingunCamino)
+{
+    ventana.show();
+    QStringList cerrada;
+    corridas.enMedio = [&](data::Progreso& progreso) {
+        EXPECT_FALSE(C<QTabWidget>("SSTab1")->isEnabled());
+        ventana.close();
+        cerrada << (ventana.isVisible() ? "no" : "close");
+        QTest::keyClick(&ventana, Qt::Key_Escape);
+        progreso.CedeEventos();
+        cerrada << (ventana.isVisible() ? "no" : "Esc");
+        ventana.accept();
+        cerrada << (ventana.isVisible() ? "no" : "accept");
+    };
+
+    Pulsa("CmdSincronizaTodo");
+
+    EXPECT_EQ(cerrada, (QStringList{"no", "no", "no"}));
+    EXPECT_FALSE(ventana.isVisible());
+}
+
+TEST_F(FrmSincronizarTest, ParadaSeCierraConEscape)
+{
+    ventana.show();
+
+    QTest::keyClick(&ventana, Qt::Key_Escape);
+
+    EXPECT_FALSE(ventana.isVisible());
+}
+
+TEST_F(FrmSincronizarTest, AunqueVuelvanLasPestanasNoEmpiezaOtroProcesoNiSeCierra)
+{
+    ventana.show();
+    corridas.enMedio = [&](data::Progreso& progreso) {
+        progreso.HabilitaPestanas(true);
+        QTimer::singleShot(0, &ventana, [this] { Pulsa("CmdStock"); });
+        QTimer::singleShot(0, &ventana, [this] { Pulsa("CmdValesDto"); });
+        QTest::qWait(20);
+        progreso.CedeEventos();
+        EXPECT_TRUE(ventana.isVisible());
+        ventana.close();
+        EXPECT_TRUE(ventana.isVisible());
+    };
+
+    Pulsa("CmdSincronizarFamilias");
+
+    EXPECT_EQ(Corridas(), QStringList{"F [][] FotosFam con familias eliminaT indices"});
+    EXPECT_FALSE(ventana.isVisible());
+}
+
+TEST_F(FrmSincronizarTest, LaListaMuestraLaUltimaLineaSinMarcarla)
+{
+    ventana.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&ventana));
+    auto* lista = C<QListWidget>("LstEstado");
+    corridas.enMedio = [&](data::Progreso& progreso) {
+        for (int i = 1; i <= 300; ++i)
+            progreso.LineaEstado("[15/03/2024 9:05:07] linea " + QString::number(i));
+        progreso.CedeEventos();
+        EXPECT_TRUE(lista->isVisible());
+        EXPECT_TRUE(lista->viewport()->rect().contains(lista->visualItemRect(lista->item(299))));
+    };
+
+    Pulsa("CmdSincronizaTodo");
+
+    EXPECT_EQ(lista->count(), 300);
+    EXPECT_EQ(lista->item(299)->text(), "[15/03/2024 9:05:07] linea 300");
+    EXPECT_EQ(lista->currentRow(), -1);
+    EXPECT_TRUE(lista->selectedItems().isEmpty());
+}
+
+TEST_F(FrmSincronizarTest, ElMotorPuedeVaciarLaLista)
+{
+    corridas.enMedio = [](data::Progreso& progreso) {
+        progreso.LineaEstado("antigua");
+        progreso.LimpiaEstado();
+        progreso.LineaEstado("nueva");
+    };
+    ventana.show();
+
+    Pulsa("CmdStock");
+
+    ASSERT_EQ(C<QListWidget>("LstEstado")->count(), 1);
+    EXPECT_EQ(C<QListWidget>("LstEstado")->item(0)->text(), "nueva");
+}
+
+TEST_F(FrmSincronizarTest, LaBarraSoloSeVeCuandoSePide)
+{
+    auto* barra = C<QProgressBar>("ProgressBar1");
+    ventana.show();
+    EXPECT_FALSE(barra->isVisible());
+    std::vector<bool> vista;
+    corridas.enMedio = [&](data::Progreso& progreso) {
+        progreso.MuestraBarra(true);
+        vista.push_back(barra->isVisible());
+        progreso.MuestraBarra(false);
+        vista.push_back(barra->isVisible());
+    };
+
+    Pulsa("CmdStock");
+
+    EXPECT_EQ(vista, (std::vector{true, false}));
+}
+
+TEST_F(FrmSincronizarTest, LaBarraEsLaPosicionPorCienEntreElTotal)
+{
+    auto* barra = C<QProgressBar>("ProgressBar1");
+    std::vector<int> valores;
+    corridas.enMedio = [&](data::Progreso& progreso) {
+        constexpr std::pair<int, int> Pasos[] = {{1, 8},  {7, 8}, {8, 8},
+                                                 {-3, 8}, {0, 0}, {90'000'000, 100'000'000}};
+        for (const auto& [posicion, total] : Pasos) {
+            progreso.Avanza(posicion, total);
+            valores.push_back(barra->value());
+        }
+    };
+    ventana.show();
+
+    Pulsa("CmdStock");
+
+    EXPECT_EQ(valores, (std::vector{12, 87, 100, 0, 0, 90}));
+}
+
+TEST_F(FrmSincronizarTest, LasLineasTienenEcoParaQuienSigueElProcesoDesdeFuera)
+{
+    QStringList eco;
+    FrmSincronizar seguida(avisos, corridas.Fabrica(), nullptr,
+                           [&](const QString& linea) { eco << linea; });
+    corridas.enMedio = [](data::Progreso& progreso) {
+        progreso.LineaEstado("una");
+        progreso.LineaEstado("dos");
+    };
+
+    seguida.Muestra("AUTO");
+
+    EXPECT_EQ(eco, (QStringList{"una", "dos"}));
+}
+
+// What comes later.
+
+TEST_F(FrmSincronizarTest, ElDobleClicEnElRangoAvisaDeQueElSelectorNoEsta)
+{
+    ventana.show();
+
+    QTest::mouseDClick(C<QLineEdit>("TxtArtDesde"), Qt::LeftButton);
+    QTest::mouseDClick(C<QLineEdit>("TxtArtHasta"), Qt::LeftButton);
+
+    const AvisosDePrueba::Caja caja{
+        "El selector de artículos todavía no está disponible en esta versión.", 64, ""};
+    EXPECT_EQ(avisos.cajas, (std::vector{caja, caja}));
+}
+
+TEST_F(FrmSincronizarTest, ElBorradoDeImagenesAvisaDeQueNoEsta)
+{
+    ventana.show();
+
+    Pulsa("CmdBorrarImagenesObsoletas");
+
+    const AvisosDePrueba::Caja caja{
+        "El borrado de imágenes no usadas todavía no está disponible en esta versión.", 64, ""};
+    EXPECT_EQ(avisos.cajas, std::vector{caja});
+    EXPECT_EQ(Corridas(), QStringList{});
+    EXPECT_TRUE(ventana.isVisible());
+}
+
+// Errors.
+
+TEST(FrmSincronizarSinTienda, ElErrorDeLaCargaSaleDelConstructor)
+{
+    AvisosDePrueba avisos;
+    const sync::FabricaMotor fabrica = [](data::Progreso&) -> std::unique_ptr<sync::Motor> {
+        throw data::ErrorSql(data::numero_error::Conexion, "sin tienda", "ODBC");
+    };
+
+    EXPECT_THROW(FrmSincronizar(avisos, fabrica), data::ErrorSql);
+    EXPECT_TRUE(avisos.cajas.empty());
+}
+
+TEST_F(FrmSincronizarTest, ElErrorDelProcesoDeUnTagLlegaAQuienMostroLaVentana)
+{
+    corridas.enMedio = [](data::Progreso&) { throw data::ErrorEjecucion(94, "uso de Null"); };
+
+    try {
+        ventana.Muestra("AUTO");
+        FAIL() << "no error";
+    } catch (const data::ErrorEjecucion& error) {
+        EXPECT_EQ(error.Descripcion(), "uso de Null");
+    }
+    EXPECT_TRUE(avisos.cajas.empty());
+    EXPECT_FALSE(ventana.isVisible());
+}
+
+/// Boxes on standard error, where a test of the end of the process can read them.
+struct AvisosEnError : data::Avisos {
+    data::Respuesta Muestra(const QString& texto, int estilo, const QString&) override
+    {
+        std::fprintf(stderr, "caja %d: %s\n", estilo, qPrintable(texto));
+        return data::Respuesta::Aceptar;
+    }
+};
+
+void PulsaStockConError(const std::function<void()>& error)
+{
+    AvisosEnError avisos;
+    CorridasDePrueba corridas;
+    corridas.enMedio = [&](data::Progreso&) { error(); };
+    FrmSincronizar ventana(avisos, corridas.Fabrica());
+    ventana.show();
+    ventana.findChild<QPushButton*>("CmdStock")->click();
+    std::fprintf(stderr, "sigue\n");
+}
+
+TEST(FrmSincronizarDeathTest, ElErrorDelProcesoDeUnBotonSeMuestraYTerminaElPrograma)
+{
+    EXPECT_EXIT(PulsaStockConError([] { throw data::ErrorEjecucion(94, "uso de Null"); }),
+                testing::ExitedWithCode(1), "caja 16: ERROR: uso de Null\n$");
+}
+
+TEST(FrmSincronizarDeathTest, ElFinDelProgramaNoMuestraOtraCaja)
+{
+    EXPECT_EXIT(PulsaStockConError([] { throw data::FinDePrograma{}; }), testing::ExitedWithCode(1),
+                testing::Not(testing::ContainsRegex("caja|sigue")));
+}
+
+} // namespace
