@@ -4,6 +4,7 @@
 #include <QByteArray>
 #include <QString>
 #include <memory>
+#include <optional>
 
 namespace tolmo::site {
 
@@ -79,15 +80,17 @@ class WebFtp {
 
   private:
     SesionCurl& Libre();
+    SesionCurl& Abierto();
     QByteArray Nombre(const QString& nombre);
-    bool ServidorConUtf8();
+    bool OfreceUtf8();
     void Orden(const char* verbo, const QString& nombre);
-    QList<DatosBusqueda> Lista(const QString& argumento, int tipo);
+    QList<DatosBusqueda> Lista(const QString& argumento);
     QList<DatosBusqueda> Busca(const QString& filtro);
 
     Esperas esperas_;
     std::unique_ptr<SesionCurl> sesion_{};
-    QList<DatosBusqueda> busqueda_{};
+    std::optional<bool> utf8_{};      ///< whether the server offers it, once asked
+    QList<DatosBusqueda> busqueda_{}; ///< what the open search still has to give
 };
 
 } // namespace tolmo::site

@@ -10,6 +10,7 @@ namespace tolmo::site {
 
 class ErrorFtp;
 class WebFtp;
+struct DatosBusqueda;
 
 /// The FTP client of the engine and the feed. It tries nothing again and doesn't reconnect: an
 /// operation that fails gives false and leaves its reason in GetLastErrorMessage. Nothing is
@@ -75,6 +76,8 @@ class cFTP {
     bool Intenta(const char* contexto, const std::function<void(WebFtp&)>& llamada);
     void AnotaError(const char* contexto, const ErrorFtp& error);
     bool SubeBloques(qint32 total);
+    void CierraFichero();
+    void AnadeEntradas(WebFtp& ftp, DatosBusqueda entrada);
     bool BajaBloques(qint32 total);
     void Avisa(qint32 hechos, qint32 total);
 

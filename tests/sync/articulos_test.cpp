@@ -1,0 +1,370 @@
+#include "apoyo/corrida_de_prueba.h"
+#include "fila_de_articulo.h"
+#include "sync/articulos.h"
+#include <gtest/gtest.h>
+
+using namespace tolmo;
+using data::Nulo;
+using data::Valor;
+using sync::Proceso;
+
+namespace {
+
+const QDate Hoy(2024, 3, 15);
+
+QDateTime Dia(int mes, int dia, QTime hora = QTime(0, 0))
+{
+    return QDateTime(QDate(2024, mes, dia), hora);
+}
+
+TEST(HaCambiado, LaFechaDeLaTiendaAnteriorALaDelArticuloLoEnvia)
+{
+    EXPECT_TRUE(sync::HaCambiado(Dia(1, 9), Dia(1, 10), Hoy));
+    EXPECT_FALSE(sync::HaCambiado(Dia(1, 10), Dia(1, 10), Hoy));
+    EXPECT_FALSE(sync::HaCambiado(Dia(1, 11), Dia(1, 10), Hoy));
+}
+
+TEST(HaCambiado, ElCambiadoHoySeEnviaEnCadaCorridaDelDia)
+{
+    EXPECT_TRUE(sync::HaCambiado(Dia(3, 15), Dia(3, 15), Hoy));
+    EXPECT_TRUE(sync::HaCambiado(Dia(3, 15), Dia(3, 15, QTime(10, 30)), Hoy));
+    EXPECT_FALSE(sync::HaCambiado(Dia(3, 16), Dia(3, 15, QTime(10, 30)), Hoy));
+}
+
+TEST(HaCambiado, SinFechaSeEnviaSiempre)
+{
+    EXPECT_TRUE(sync::HaCambiado(Dia(3, 14), Nulo(), Hoy));
+    EXPECT_TRUE(sync::HaCambiado(Dia(3, 14), "", Hoy));
+}
+
+TEST(HaCambiado, UnProductoSinFechaEnLaTiendaCuentaComoAnterior)
+{
+    EXPECT_TRUE(sync::HaCambiado(Nulo(), Dia(1, 10), Hoy));
+}
+
+TEST(HaCambiado, UnaFechaGuardadaComoTextoSeLee)
+{
+    EXPECT_TRUE(sync::HaCambiado(Dia(1, 9), "10/01/2024", Hoy));
+    EXPECT_FALSE(sync::HaCambiado(Dia(1, 11), "10/01/2024", Hoy));
+}
+
+const QString Alias =
+    "DESCRIPCION AS PSCAMPODESCRIPCION0,DESCRIPCIO2 AS PSCAMPODESCORTA0,NULL AS PSTAG0,NULL AS PSKEYWORDS0,DESCRIPCION AS PsMetaTituloArt0,NOTAS AS PsMetaDescripcionArt0,";
+const QString Cuerpo =
+    "NULL AS FAMALT,KILOS AS PS_PESO,1 AS PS_CANTMINIMA,* FROM M_ARTIC LEFT JOIN WKOVTOLMO_ARTIC24031509050789 ON M_ARTIC.CODARTICULO=WKOVTOLMO_ARTIC24031509050789.CODART WHERE (ACTIVOWEB IN ('S') OR EMPRESASWEB LIKE '%,000001,%') AND (TIPOARTIC<>'OB' OR TIPOARTIC IS NULL)";
+
+struct SqlDeArticulosTest : testing::Test {
+    CorridaDePrueba p{};
+};
+
+TEST_F(SqlDeArticulosTest, ElModoTodoLlevaSoloElOrden)
+{
+    EXPECT_EQ(sync::SqlDeArticulos(p.corrida),
+              "SELECT " + Alias + Cuerpo + " ORDER BY CODARTICULO");
+}
+
+TEST_F(SqlDeArticulosTest, ElModoDeRangoLlevaDesdeYHasta)
+{
+    p.opciones.proceso = Proceso::Articulos;
+    p.opciones.desde = "01";
+    p.opciones.hasta = "02Z";
+
+    EXPECT_EQ(sync::SqlDeArticulos(p.corrida),
+              "SELECT " + Alias + Cuerpo +
+                  " AND CODARTICULO>='01' AND CODARTICULO<='02Z' ORDER BY CODARTICULO");
+}
+
+TEST_F(SqlDeArticulosTest, ElModoDeFamiliasNoEncuentraNinguno)
+{
+    p.opciones.proceso = Proceso::Familias;
+
+    EXPECT_EQ(sync::SqlDeArticulos(p.corrida),
+              "SELECT " + Alias + Cuerpo +
+                  " AND CODARTICULO>'0' AND CODARTICULO<'0' ORDER BY CODARTICULO");
+}
+
+TEST_F(SqlDeArticulosTest, ElModoDeStockLlevaSoloElOrden)
+{
+    p.opciones.proceso = Proceso::Stock;
+
+    EXPECT_EQ(sync::SqlDeArticulos(p.corrida),
+              "SELECT " + Alias + Cuerpo + " ORDER BY CODARTICULO");
+}
+
+TEST_F(SqlDeArticulosTest, CadaIdiomaPoneSusSeisColumnas)
+{
+    p.programa.parametros.Idiomas = {{.Idioma = 1,
+                                      .CampoDescripcion = "a",
+                                      .campodescorta = "b",
+                                      .Tag = "c",
+                                      .Keywords = "d",
+                                      .METATITULO_ART = "e",
+                                      .METADESCRIPCION_ART = "f"},
+                                     {.Idioma = 2,
+                                      .CampoDescripcion = "g",
+                                      .campodescorta = "h",
+                                      .Tag = "i",
+                                      .Keywords = "j",
+                                      .METATITULO_ART = "k",
+                                      .METADESCRIPCION_ART = "l"}};
+
+    EXPECT_TRUE(sync::SqlDeArticulos(p.corrida).startsWith(
+        "SELECT a AS PSCAMPODESCRIPCION0,b AS PSCAMPODESCORTA0,c AS PSTAG0,d AS PSKEYWORDS0,e AS PsMetaTituloArt0,f AS PsMetaDescripcionArt0,g AS PSCAMPODESCRIPCION1,h AS PSCAMPODESCORTA1,i AS PSTAG1,j AS PSKEYWORDS1,k AS PsMetaTituloArt1,l AS PsMetaDescripcionArt1,NULL AS FAMALT,"));
+}
+
+TEST(CreaTablaNotas, SeRehaceConUnaColumnaPorIdioma)
+{
+    CorridaDePrueba p;
+    p.programa.parametros.Idiomas.push_back(CorridaDePrueba::Idioma(5));
+    p.programa.parametros.Idiomas[1].CampoNotas = "NOTAS_EN";
+    p.local.EsperaOrden("DROP TABLE WKOVTOLMO_ARTIC24031509050789");
+    p.local.EsperaOrden(
+        "CREATE TABLE WKOVTOLMO_ARTIC24031509050789 (CODART nvarchar(20),PSNOTAS0 NTEXT,PSNOTAS1 NTEXT)");
+    p.local.EsperaOrden(
+        "INSERT INTO WKOVTOLMO_ARTIC24031509050789 (CODART,PSNOTAS0,PSNOTAS1) SELECT CODARTICULO,NOTAS,NOTAS_EN FROM M_ARTIC");
+
+    sync::CreaTablaNotas(p.programa);
+
+    EXPECT_EQ(p.programa.DialectoActivo, data::Dialecto::Access);
+}
+
+TEST(CreaTablaNotas, QueNoExistieraNoImporta)
+{
+    CorridaDePrueba p;
+    p.local.EsperaFallo("DROP TABLE WKOVTOLMO_ARTIC24031509050789",
+                        {data::numero_error::Sentencia, "no hay tal tabla", "prueba"});
+    p.local.EsperaOrden(
+        "CREATE TABLE WKOVTOLMO_ARTIC24031509050789 (CODART nvarchar(20),PSNOTAS0 NTEXT)");
+    p.local.EsperaOrden(
+        "INSERT INTO WKOVTOLMO_ARTIC24031509050789 (CODART,PSNOTAS0) SELECT CODARTICULO,NOTAS FROM M_ARTIC");
+
+    sync::CreaTablaNotas(p.programa);
+
+    EXPECT_TRUE(p.prueba.avisos.cajas.empty());
+}
+
+TEST(LeeContadores, UnaTiendaVaciaEmpiezaEnCero)
+{
+    CorridaDePrueba p;
+    p.tienda.Espera(
+        "SELECT Max(ps_product.id_product) as martic FROM ps_product order by id_product",
+        HazFilas({"martic"}, {{Nulo()}}));
+    p.tienda.Espera("SELECT Max(ps_image.id_image) as mimage FROM ps_image",
+                    HazFilas({"mimage"}, {{55}}));
+    p.tienda.Espera("SELECT MAX(id_specific_price) AS mprecio FROM ps_specific_price",
+                    HazFilas({"mprecio"}, {{6000000}}));
+
+    sync::LeeContadores(p.corrida);
+
+    EXPECT_EQ(p.corrida.contadores.martic, 0);
+    EXPECT_EQ(p.corrida.contadores.mimage, 55);
+    EXPECT_EQ(p.corrida.contadores.mprecio, 6000000);
+}
+
+/// The pass over rows that a test lays out. Prices, families and the rest answer with nothing.
+struct PasaArticulosTest : testing::Test {
+    CorridaDePrueba p{};
+
+    PasaArticulosTest() { p.corrida.contadores.martic = 70; }
+
+    static QString SqlProductos(const QString& codigo)
+    {
+        return "SELECT ps_product.id_product,ps_product.reference,ps_image.id_image,ps_product.date_upd FROM ps_product LEFT JOIN ps_image ON ps_product.id_product=ps_image.id_product WHERE ps_product.reference='" +
+               codigo + "'";
+    }
+
+    void Articulos(const QStringList& codigos, const QDateTime& modificado = Dia(1, 10))
+    {
+        data::Filas filas;
+        for (const QString& codigo : codigos) {
+            FilaDeArticulo fila;
+            fila.Pon("CODARTICULO", codigo).Pon("FECHAMODIFICACION", modificado);
+            filas.campos = fila.Filas().campos;
+            filas.valores.insert(filas.valores.end(), fila.Filas().valores.begin(),
+                                 fila.Filas().valores.end());
+            Permite(codigo);
+        }
+        p.local.Espera(sync::SqlDeArticulos(p.corrida), filas);
+    }
+
+    void Permite(const QString& codigo)
+    {
+        p.local.Permite(
+            "SELECT TOP 1 * FROM M_FAMILIA WHERE '" + codigo +
+                "' LIKE CLAVE & '%' AND (ACTIVOWEB IN ('S') OR EMPRESASWEB LIKE '%,000001,%') ORDER BY NIVEL DESC",
+            SinFilas);
+        p.local.Permite("SELECT TOP 1 * FROM M_REFART WHERE CODARTICULO='" + codigo + "'",
+                        SinFilas);
+        p.local.Permite("SELECT * FROM OFERTAS WHERE CODARTICULO='" + codigo + "' AND IDCONF='0'",
+                        SinFilas);
+        for (const char* blancos : {" ", "  "})
+            p.local.Permite("SELECT DISTINCT CODCATEGORIA FROM PS_CONF_ART_VAL WHERE" +
+                                QString(blancos) + "CODARTICULO='" + codigo +
+                                "' ORDER BY CODCATEGORIA",
+                            SinFilas);
+    }
+
+    void NoEstaEnLaTienda(const QString& codigo)
+    {
+        p.tienda.Espera(SqlProductos(codigo), SinFilas);
+    }
+
+    void EstaEnLaTienda(const QString& codigo, int id, const QDateTime& date_upd)
+    {
+        p.tienda.Espera(SqlProductos(codigo),
+                        HazFilas({"id_product", "reference", "id_image", "date_upd"},
+                                 {{id, codigo, Nulo(), date_upd}}));
+    }
+
+    QStringList Titulos() const { return p.Log().filter("EJECUTANDO REMOTAMENTE"); }
+};
+
+TEST_F(PasaArticulosTest, ElQueFaltaSeInsertaConElIdSiguiente)
+{
+    Articulos({"A", "B"});
+    NoEstaEnLaTienda("A");
+    NoEstaEnLaTienda("B");
+
+    sync::PasaArticulos(p.corrida);
+
+    EXPECT_EQ(p.corrida.contadores.martic, 72);
+    EXPECT_EQ(p.Log().mid(0, 3),
+              (QStringList{"Actualizando y modificando articulos", "Añadiendo artículo A / ALT7",
+                           "Añadiendo artículo B / ALT7"}));
+}
+
+TEST_F(PasaArticulosTest, ElQueNoHaCambiadoSePasaPorAlto)
+{
+    Articulos({"A"});
+    EstaEnLaTienda("A", 33, Dia(2, 1));
+
+    sync::PasaArticulos(p.corrida);
+
+    EXPECT_FALSE(p.Log().contains("Actualizando articulo A / ALT7"));
+    EXPECT_EQ(p.corrida.contadores.martic, 70);
+}
+
+TEST_F(PasaArticulosTest, ElQueHaCambiadoSeActualiza)
+{
+    Articulos({"A"});
+    EstaEnLaTienda("A", 33, Dia(1, 9));
+
+    sync::PasaArticulos(p.corrida);
+
+    EXPECT_TRUE(p.Log().contains("Actualizando articulo A / ALT7"));
+}
+
+TEST_F(PasaArticulosTest, EnElRangoSeActualizaAunqueNoHayaCambiado)
+{
+    p.opciones = {.proceso = Proceso::Articulos, .desde = "A", .hasta = "Z"};
+    Articulos({"A"});
+    EstaEnLaTienda("A", 33, Dia(2, 1));
+
+    sync::PasaArticulos(p.corrida);
+
+    EXPECT_TRUE(p.Log().contains("Actualizando articulo A / ALT7"));
+}
+
+TEST_F(PasaArticulosTest, UnaSeleccionVaciaNoMandaLote)
+{
+    Articulos({});
+
+    sync::PasaArticulos(p.corrida);
+
+    EXPECT_EQ(p.Log(), QStringList{"Actualizando y modificando articulos"});
+}
+
+TEST_F(PasaArticulosTest, ElLoteViejoSeBorraAntesDelPrimerArticulo)
+{
+    p.prueba.carpeta.Escribe("sentencias.sql", "vieja||\r\n");
+    Articulos({"A"});
+    EstaEnLaTienda("A", 33, Dia(2, 1));
+
+    sync::PasaArticulos(p.corrida);
+
+    EXPECT_FALSE(p.prueba.carpeta.Existe("sentencias.sql"));
+}
+
+TEST_F(PasaArticulosTest, ConLaSeleccionVaciaElLoteViejoQueda)
+{
+    p.prueba.carpeta.Escribe("sentencias.sql", "vieja||\r\n");
+    Articulos({});
+
+    sync::PasaArticulos(p.corrida);
+
+    EXPECT_TRUE(p.prueba.carpeta.Existe("sentencias.sql"));
+}
+
+TEST_F(PasaArticulosTest, ElUltimoTituloMuestraLaPosicionDelFinal)
+{
+    Articulos({"A"});
+    EstaEnLaTienda("A", 33, Dia(2, 1));
+
+    sync::PasaArticulos(p.corrida);
+
+    // The credentials can't be uploaded here, so no title is logged; the session is what shows it.
+    EXPECT_TRUE(Titulos().isEmpty());
+    EXPECT_EQ(p.Log().filter("No se ha podido conectar con el servidor ftp 127.0.0.1").size(), 1);
+}
+
+TEST_F(PasaArticulosTest, SeMandaLoteCadaVezQueElSiguienteEstaEnUnMultiploDe25YAlFinal)
+{
+    QStringList codigos;
+    for (int i = 100; i < 151; ++i)
+        codigos << QString::number(i);
+    Articulos(codigos);
+    for (const QString& codigo : codigos)
+        NoEstaEnLaTienda(codigo);
+
+    sync::PasaArticulos(p.corrida);
+
+    QStringList anteriores;
+    const QStringList log = p.Log();
+    for (int i = 1; i < log.size(); ++i)
+        if (log[i].startsWith("No se ha podido conectar"))
+            anteriores << log[i - 1];
+    // 51 articles, 100 to 150: batches when the next record is the 25th and the 50th, and at the
+    // end.
+    EXPECT_EQ(anteriores,
+              (QStringList{"Añadiendo artículo 123 / ALT7", "Añadiendo artículo 148 / ALT7",
+                           "Añadiendo artículo 150 / ALT7"}));
+}
+
+TEST_F(PasaArticulosTest, AlFinalSaleUnSoloLoteMas)
+{
+    QStringList codigos;
+    for (int i = 100; i < 125; ++i)
+        codigos << QString::number(i);
+    Articulos(codigos);
+    for (const QString& codigo : codigos)
+        NoEstaEnLaTienda(codigo);
+
+    sync::PasaArticulos(p.corrida);
+
+    // 25 articles: one when the 25th is next, one at the end, and none besides.
+    EXPECT_EQ(p.Log().filter("No se ha podido conectar").size(), 2);
+}
+
+TEST_F(PasaArticulosTest, CadaArticuloMueveLaBarraYCedeElTurno)
+{
+    Articulos({"A", "B"});
+    EstaEnLaTienda("A", 33, Dia(2, 1));
+    EstaEnLaTienda("B", 34, Dia(2, 1));
+
+    sync::PasaArticulos(p.corrida);
+
+    EXPECT_EQ(p.progreso.avances, (std::vector<std::pair<int, int>>{{1, 2}, {2, 2}}));
+    EXPECT_GE(p.progreso.turnos, 2);
+}
+
+TEST_F(PasaArticulosTest, LaPasadaDejaElDialectoDeLaTienda)
+{
+    p.programa.DialectoActivo = data::Dialecto::Access;
+    Articulos({});
+
+    sync::PasaArticulos(p.corrida);
+
+    EXPECT_EQ(p.programa.DialectoActivo, data::Dialecto::MySql);
+}
+
+} // namespace
