@@ -8,9 +8,15 @@ namespace tolmo::batch {
 void Escritores::EscribeFichero(const QString& ruta, Modo modo, const QString& texto)
 {
     switch (modo) {
-    case Modo::A: Abre(ruta); break;
-    case Modo::I: EscribeLinea(texto); break;
-    case Modo::C: fichero_.close(); break;
+    case Modo::A:
+        Abre(ruta);
+        break;
+    case Modo::I:
+        EscribeLinea(texto);
+        break;
+    case Modo::C:
+        fichero_.close();
+        break;
     case Modo::T:
         Abre(ruta);
         EscribeTraducida(texto);

@@ -10,8 +10,7 @@ Registro::Registro(data::Programa& programa, Escritores& escritores, data::Progr
 
 void Registro::RegistraLog(const QString& texto)
 {
-    const QString momento =
-        programa_.reloj.Ahora().toString(QStringLiteral("dd/MM/yyyy H:mm:ss"));
+    const QString momento = programa_.reloj.Ahora().toString(QStringLiteral("dd/MM/yyyy H:mm:ss"));
     const QString linea = u'[' + momento + QStringLiteral("] ") + texto;
     escritores_.EscribeFichero(ficheroLog_, Modo::T, linea);
     progreso_.LineaEstado(linea);

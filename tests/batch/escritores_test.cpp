@@ -1,5 +1,5 @@
-#include "batch/escritores.h"
 #include "apoyo/programa_de_prueba.h"
+#include "batch/escritores.h"
 #include <gtest/gtest.h>
 
 using namespace tolmo;

@@ -1,5 +1,5 @@
-#include "batch/registro.h"
 #include "apoyo/programa_de_prueba.h"
+#include "batch/registro.h"
 #include "batch/trabajo.h"
 #include <gtest/gtest.h>
 
@@ -11,8 +11,7 @@ struct RegistroTest : testing::Test {
     ProgramaDePrueba p{};
     ProgresoDePrueba progreso{};
     batch::Escritores escritores{p.programa};
-    batch::Registro registro{p.programa, escritores, progreso,
-                             batch::NombreFicheroLog(p.programa)};
+    batch::Registro registro{p.programa, escritores, progreso, batch::NombreFicheroLog(p.programa)};
 
     RegistroTest()
     {

@@ -1,5 +1,5 @@
-#include "batch/trabajo.h"
 #include "apoyo/programa_de_prueba.h"
+#include "batch/trabajo.h"
 #include <gtest/gtest.h>
 
 using namespace tolmo;

@@ -1,6 +1,6 @@
-#include "company/carga_param.h"
 #include "apoyo/programa_de_prueba.h"
 #include "apoyo/proveedor_de_prueba.h"
+#include "company/carga_param.h"
 #include <gtest/gtest.h>
 
 using namespace tolmo;
@@ -19,34 +19,17 @@ struct Columna {
 
 std::vector<Columna> EmpresaMinima()
 {
-    return {{"PS_MODOCONFIGURADOR", false},
-            {"USER_BD", "usubd"},
-            {"PASS_BD", "clavebd"},
-            {"PUERTO_BD", Nulo()},
-            {"NOMBRE_BD", "tienda"},
-            {"SERVER_BD", "bd.ejemplo"},
-            {"USER_FTP", "usuftp"},
-            {"PASS_FTP", "claveftp"},
-            {"PUERTO_FTP", Nulo()},
-            {"SERVER_FTP", "ftp.ejemplo"},
-            {"PS_PREFIJO", Nulo()},
-            {"PS_INDICES1", Nulo()},
-            {"PS_INDICES2", Nulo()},
-            {"CARPETA_TIENDA", Nulo()},
-            {"WWW", Nulo()},
-            {"PS_SUFIJOFOTO", Nulo()},
-            {"PS_PVPDEF", Nulo()},
-            {"PS_PROVREFERENCIA", Nulo()},
-            {"PS_TABLAARTIC", Nulo()},
-            {"PS_TABLAFAM", Nulo()},
-            {"CADACTIVOWEB", Nulo()},
-            {"CAMPOFAMALT", Nulo()},
-            {"PS_PESO", Nulo()},
-            {"PS_CANTMINIMA", Nulo()},
-            {"PSALMACENES", Nulo()},
-            {"PSGRUPOMARCAS", Nulo()},
-            {"PS_VERSION", Nulo()},
-            {"PS_IDIOMA", Nulo()}};
+    return {
+        {"PS_MODOCONFIGURADOR", false}, {"USER_BD", "usubd"},       {"PASS_BD", "clavebd"},
+        {"PUERTO_BD", Nulo()},          {"NOMBRE_BD", "tienda"},    {"SERVER_BD", "bd.ejemplo"},
+        {"USER_FTP", "usuftp"},         {"PASS_FTP", "claveftp"},   {"PUERTO_FTP", Nulo()},
+        {"SERVER_FTP", "ftp.ejemplo"},  {"PS_PREFIJO", Nulo()},     {"PS_INDICES1", Nulo()},
+        {"PS_INDICES2", Nulo()},        {"CARPETA_TIENDA", Nulo()}, {"WWW", Nulo()},
+        {"PS_SUFIJOFOTO", Nulo()},      {"PS_PVPDEF", Nulo()},      {"PS_PROVREFERENCIA", Nulo()},
+        {"PS_TABLAARTIC", Nulo()},      {"PS_TABLAFAM", Nulo()},    {"CADACTIVOWEB", Nulo()},
+        {"CAMPOFAMALT", Nulo()},        {"PS_PESO", Nulo()},        {"PS_CANTMINIMA", Nulo()},
+        {"PSALMACENES", Nulo()},        {"PSGRUPOMARCAS", Nulo()},  {"PS_VERSION", Nulo()},
+        {"PS_IDIOMA", Nulo()}};
 }
 
 data::Filas Fila(const std::vector<Columna>& columnas)
@@ -225,8 +208,8 @@ TEST_F(CargaParamTest, UnNuloDondeNoPuedeHaberloEsErrorYLoLeidoAntesQueda)
     EXPECT_EQ(p.programa.parametros.User_Ftp, "");
 }
 
-class SinNuloEnLaColumna : public CargaParamTest, public testing::WithParamInterface<const char*> {
-};
+class SinNuloEnLaColumna : public CargaParamTest,
+                           public testing::WithParamInterface<const char*> {};
 
 TEST_P(SinNuloEnLaColumna, EsErrorDeEjecucion)
 {

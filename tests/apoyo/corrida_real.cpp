@@ -1,0 +1,212 @@
+#include "apoyo/corrida_real.h"
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QRegularExpression>
+
+namespace {
+
+QByteArray LeeTodo(const QString& ruta)
+{
+    QFile fichero(ruta);
+    if (!fichero.open(QIODevice::ReadOnly))
+        throw ErrorTienda("can't read " + ruta.toStdString());
+    return fichero.readAll();
+}
+
+/// Windows-1252 apart from its C1 letters, which the tests' data don't use but for "€".
+QString Texto(const QByteArray& bytes)
+{
+    return QString::fromLatin1(bytes).replace(QChar(0x80), QStringLiteral("€"));
+}
+
+/// In front of the shop's own script: keeps a copy of each batch before it is carried out.
+const QByteArray GuardaLote =
+    "<?php @mkdir(__DIR__ . '/lotes'); if (is_file(__DIR__ . '/sentencias.sql')) copy(__DIR__ . "
+    "'/sentencias.sql', __DIR__ . '/lotes/' . sprintf('%06d', count(glob(__DIR__ . '/lotes/*'))) . "
+    "'.sql'); ?>";
+
+QString Lista(const QStringList& textos)
+{
+    return textos.join(QStringLiteral(","));
+}
+
+QString SqlInserta(const QString& tabla, const QMap<QString, QString>& valores)
+{
+    return "INSERT INTO " + tabla + " (" + Lista(valores.keys()) + ") VALUES (" +
+           Lista(valores.values()) + ");\n";
+}
+
+QMap<QString, QString> Sobre(QMap<QString, QString> valores, const QMap<QString, QString>& cambios)
+{
+    for (auto cambio = cambios.begin(); cambio != cambios.end(); ++cambio)
+        valores[cambio.key()] = cambio.value();
+    return valores;
+}
+
+QString Entre(const QString& texto)
+{
+    return u'\'' + texto + u'\'';
+}
+
+} // namespace
+
+QStringList ResultadoCorrida::Sentencias() const
+{
+    QStringList todas;
+    for (const QByteArray& lote : lotes)
+        for (const QString& linea : Texto(lote).split("||\r\n", Qt::SkipEmptyParts))
+            todas << linea;
+    return todas;
+}
+
+QStringList ResultadoCorrida::Sentencias(const QString& comienzo) const
+{
+    QStringList halladas;
+    for (const QString& sentencia : Sentencias())
+        if (sentencia.startsWith(comienzo))
+            halladas << sentencia;
+    return halladas;
+}
+
+EmpresaReal::EmpresaReal(TiendaDePrueba& tienda, const QMap<QString, QString>& parametros)
+    : tienda_(tienda)
+{
+    for (const char* nombre : {"bases", "PHPSHOP", "HISTORICOWEB"})
+        carpeta_.CreaCarpeta(nombre);
+    for (const QString& guion : QDir(KOV_FUENTES "/PHPSHOP").entryList({"*.php"}))
+        carpeta_.Escribe("PHPSHOP/" + guion, LeeTodo(KOV_FUENTES "/PHPSHOP/" + guion));
+    carpeta_.Escribe("PHPSHOP/ejecuta.php", GuardaLote + carpeta_.Lee("PHPSHOP/ejecuta.php"));
+
+    const QString empresa = QString::fromUtf8(LeeTodo(KOV_FUENTES "/demo/empresa/empresa.sql"));
+    const QString tablaEmpresa = empresa.left(empresa.indexOf("INSERT INTO"));
+    const QMap<QString, QString> valores =
+        Sobre({{"CODEMPRESA", "'000001'"},
+               {"DESCRIPCION", "'Casa de prueba'"},
+               {"PS_MODOCONFIGURADOR", "False"},
+               {"USER_BD", Entre(tienda.Usuario())},
+               {"PASS_BD", Entre(tienda.Clave())},
+               {"SERVER_BD", "'127.0.0.1'"},
+               {"PUERTO_BD", Entre(QString::number(tienda.PuertoMysql()))},
+               {"NOMBRE_BD", Entre(tienda.Bd())},
+               {"USER_FTP", Entre(tienda.UsuarioFtp())},
+               {"PASS_FTP", Entre(tienda.ClaveFtp())},
+               {"SERVER_FTP", "'127.0.0.1'"},
+               {"PUERTO_FTP", Entre(QString::number(tienda.PuertoFtp()))},
+               {"PS_PREFIJO", Entre(tienda.Prefijo())},
+               {"CARPETA_TIENDA", Entre(tienda.CarpetaFtp())},
+               {"WWW", Entre(tienda.Www())},
+               {"PS_VERSION", tienda.Version().startsWith("1.6.1") ? "1" : "0"},
+               {"PS_IDIOMA", "1"}},
+              parametros);
+    const QString fila = SqlInserta("M_EMPRESA", valores);
+    SqlComun(tablaEmpresa + fila);
+    Sql(tablaEmpresa + fila + QString::fromUtf8(LeeTodo(KOV_FUENTES "/demo/empresa/00_tablas.sql")));
+}
+
+void EmpresaReal::Sql(const QString& guion)
+{
+    EjecutaGuion("bases/BD000001.sqlite", guion);
+}
+
+void EmpresaReal::SqlComun(const QString& guion)
+{
+    EjecutaGuion("bases/BDLOCAL.sqlite", guion);
+}
+
+void EmpresaReal::EjecutaGuion(const QString& base, const QString& guion)
+{
+    carpeta_.Escribe("guion.sql", guion.toUtf8());
+    QProcess proceso;
+    proceso.start(KOV_CONSTRUCCION "/kovtolmo-sql",
+                  {carpeta_.Ruta(base), carpeta_.Ruta("guion.sql")});
+    if (!proceso.waitForFinished(60000) || proceso.exitCode() != 0)
+        throw ErrorTienda("kovtolmo-sql: " + proceso.readAllStandardError().toStdString());
+    QFile::remove(carpeta_.Ruta("guion.sql"));
+}
+
+ResultadoCorrida EmpresaReal::Corre(const QString& lineaDeOrdenes)
+{
+    const QString log =
+        "HISTORICOWEB/" + QDate::currentDate().toString("yyyyMMdd") + "VUELCOPRESTASHOP.TXT";
+    const qint64 antes = carpeta_.Lee(log).size();
+    tienda_.Marca();
+    for (const QString& lote : tienda_.Ficheros("lotes"))
+        tienda_.BorraFichero(lote.startsWith("lotes/") ? lote : "lotes/" + lote);
+
+    QProcess proceso;
+    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+    for (const char* nombre : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        variables.remove(nombre);
+    variables.insert("PATH_CONNECT", carpeta_.Ruta("bases"));
+    for (auto par = entorno.begin(); par != entorno.end(); ++par)
+        variables.insert(par.key(), par.value());
+    proceso.setProcessEnvironment(variables);
+    proceso.setWorkingDirectory(carpeta_.Ruta());
+    proceso.setStandardInputFile(QProcess::nullDevice());
+    proceso.start(KOV_CONSTRUCCION "/kovtolmo", lineaDeOrdenes.split(u' ', Qt::SkipEmptyParts));
+
+    ResultadoCorrida resultado;
+    QElapsedTimer reloj;
+    reloj.start();
+    bool hecho = !entonces;
+    while (proceso.state() != QProcess::NotRunning && reloj.elapsed() < segundos * 1000) {
+        proceso.waitForReadyRead(100);
+        resultado.salida += QString::fromUtf8(proceso.readAllStandardOutput());
+        if (!hecho && resultado.salida.contains(cuando)) {
+            hecho = true;
+            entonces();
+        }
+    }
+    if (proceso.state() != QProcess::NotRunning) {
+        proceso.kill();
+        proceso.waitForFinished();
+    } else if (proceso.exitStatus() == QProcess::NormalExit) {
+        resultado.estado = proceso.exitCode();
+    }
+    resultado.salida += QString::fromUtf8(proceso.readAllStandardOutput());
+    resultado.errores = QString::fromUtf8(proceso.readAllStandardError());
+
+    static const QRegularExpression momento("^\\[\\d\\d/\\d\\d/\\d{4} \\d{1,2}:\\d\\d:\\d\\d\\] ");
+    for (QString linea : Texto(carpeta_.Lee(log).mid(antes)).split("\r\n"))
+        resultado.log << linea.remove(momento);
+    for (const QString& lote : tienda_.Ficheros("lotes"))
+        resultado.lotes << tienda_.LeeFichero(lote.startsWith("lotes/") ? lote : "lotes/" + lote);
+    resultado.ftp = tienda_.ComandosFtp();
+    resultado.http = tienda_.PeticionesHttp();
+    return resultado;
+}
+
+QString HoyMysql()
+{
+    return "CAST('" + QDate::currentDate().toString("yyyy/MM/dd") + "' AS DATE)";
+}
+
+QString SqlArticulo(const QString& codigo, const QMap<QString, QString>& cambios)
+{
+    return SqlInserta("M_ARTIC", Sobre({{"CODARTICULO", Entre(codigo)},
+                                        {"CODALTERNATIVO", Entre("ALT" + codigo)},
+                                        {"DESCRIPCION", Entre("Art " + codigo)},
+                                        {"DESCRIPCIO2", Entre("Corta " + codigo)},
+                                        {"NOTAS", Entre("Notas " + codigo)},
+                                        {"CODIVA", "1"},
+                                        {"PVP1", "10.5"},
+                                        {"PVP2", "9.25"},
+                                        {"PVP3", "8"},
+                                        {"PVP4", "7.1"},
+                                        {"PVP5", "6.0005"},
+                                        {"KILOS", "1.25"},
+                                        {"ACTIVOWEB", "'S'"},
+                                        {"FAVORITO", "False"},
+                                        {"FECHAMODIFICACION", "#01/10/2020#"}},
+                                       cambios));
+}
+
+QString SqlFamilia(const QString& clave, int nivel, const QString& descripcion,
+                   const QMap<QString, QString>& cambios)
+{
+    return SqlInserta("M_FAMILIA", Sobre({{"CLAVE", Entre(clave)},
+                                          {"NIVEL", Entre(QString::number(nivel))},
+                                          {"DESCRIPCION", Entre(descripcion)},
+                                          {"ACTIVOWEB", "'S'"}},
+                                         cambios));
+}

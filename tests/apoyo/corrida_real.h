@@ -1,0 +1,68 @@
+#pragma once
+#include "apoyo/carpeta.h"
+#include "apoyo/tienda.h"
+#include <QDate>
+#include <QMap>
+#include <functional>
+
+/// What the built program did in one run.
+struct ResultadoCorrida {
+    int estado = -1;       ///< exit status; -1 when it crashed or didn't end in time
+    QString salida{};      ///< standard output
+    QString errores{};     ///< standard error
+    QStringList log{};     ///< lines of the day's log file of this run, without their moment
+    QList<QByteArray> lotes{}; ///< batches as they reached the server's script, in order
+    QStringList ftp{};     ///< "STOR ejecuta.php 226"
+    QStringList http{};    ///< "GET /ejecuta.php 200"
+
+    /// All sentences of all batches, without their "||".
+    QStringList Sentencias() const;
+    /// Those that begin so.
+    QStringList Sentencias(const QString& comienzo) const;
+};
+
+/// The built program in a folder of its own, with a company whose parameters lead to a test shop.
+/// The company's tables are those of the sample company, empty but for what a test puts in.
+class EmpresaReal {
+  public:
+    /// `parametros`: columns of m_empresa as Access SQL literals, over the values for the shop.
+    explicit EmpresaReal(TiendaDePrueba& tienda, const QMap<QString, QString>& parametros = {});
+
+    /// Runs sentences of Access SQL, parted by ";" at line ends, on the company's database.
+    void Sql(const QString& guion);
+    /// The same on the shared database.
+    void SqlComun(const QString& guion);
+
+    /// Starts the program with this command line and waits for its end.
+    ResultadoCorrida Corre(const QString& lineaDeOrdenes = "/PRESTASHOP:000001");
+
+    /// Environment of the program, beside what every run has.
+    QMap<QString, QString> entorno{};
+    /// Seconds that a run may take.
+    int segundos = 120;
+    /// Called once when the program has printed a line that contains `cuando`.
+    QString cuando{};
+    std::function<void()> entonces{};
+
+    CarpetaDePrueba& Carpeta() { return carpeta_; }
+    TiendaDePrueba& Tienda() { return tienda_; }
+    /// The current folder of the program as its log lines show it.
+    QString Actual() const { return carpeta_.Ruta(); }
+
+  private:
+    void EjecutaGuion(const QString& base, const QString& guion);
+    QStringList LogDesde(qint64 posicion) const;
+
+    TiendaDePrueba& tienda_;
+    CarpetaDePrueba carpeta_{};
+};
+
+/// Today as the shop's literal.
+QString HoyMysql();
+
+/// The SQL that makes an article with telling values; `cambios` are columns as Access literals.
+QString SqlArticulo(const QString& codigo, const QMap<QString, QString>& cambios = {});
+
+/// The SQL that makes a published family; the level is told by the caller.
+QString SqlFamilia(const QString& clave, int nivel, const QString& descripcion,
+                   const QMap<QString, QString>& cambios = {});
