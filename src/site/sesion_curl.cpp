@@ -65,17 +65,14 @@ SesionCurl::SesionCurl(const DestinoFtp& destino, const Esperas& esperas)
     Lanza();
     Conduce([] { return false; });
     CompruebaResultado();
-    curl_easy_getinfo(facil_.get(), CURLINFO_ACTIVESOCKET, &control_);
     establecida_ = true;
 }
 
 SesionCurl::~SesionCurl()
 {
     cortando_ = true;
-    // Said here and not by the library, which would wait for the answer of a server that may be
-    // dead. In the middle of a transfer the connection is just cut.
-    if (control_ != CURL_SOCKET_BAD && !lanzada_)
-        Despide(control_, "QUIT\r\n");
+    // In the middle of a transfer nothing is said, the connection is just cut.
+    Despide(control_, lanzada_ ? QByteArray() : "QUIT\r\n");
 }
 
 void SesionCurl::Orden(const QByteArray& orden)

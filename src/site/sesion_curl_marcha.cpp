@@ -59,6 +59,9 @@ bool SesionCurl::Acabada()
         if (aviso->msg != CURLMSG_DONE)
             continue;
         resultado_ = aviso->data.result;
+        // Of several addresses that were tried, the one that answered.
+        if (!establecida_)
+            curl_easy_getinfo(facil_.get(), CURLINFO_ACTIVESOCKET, &control_);
         curl_multi_remove_handle(multi_.get(), facil_.get());
         lanzada_ = false;
         break;
@@ -106,6 +109,7 @@ void SesionCurl::Suelta()
 {
     cortando_ = true;
     respuesta_.Olvida();
+    Despide(control_, {});
     curl_multi_remove_handle(multi_.get(), facil_.get());
     lanzada_ = false;
 }
@@ -186,10 +190,12 @@ std::size_t SesionCurl::AlLlegarDatos(char* datos, std::size_t uno, std::size_t 
 
 curl_socket_t SesionCurl::AlAbrirZocalo(void* yo, curlsocktype, curl_sockaddr* direccion)
 {
-    const SesionCurl& sesion = Sesion(yo);
-    if (sesion.establecida_ && PuertoDe(direccion->addr) == sesion.PuertoControl())
+    SesionCurl& sesion = Sesion(yo);
+    if (PuertoDe(direccion->addr) != sesion.PuertoControl())
+        return AbreZocalo(*direccion);
+    if (sesion.establecida_)
         return CURL_SOCKET_BAD;
-    return AbreZocalo(*direccion);
+    return sesion.control_ = AbreZocalo(*direccion);
 }
 
 int SesionCurl::AlCerrarZocalo(void* yo, curl_socket_t zocalo)
