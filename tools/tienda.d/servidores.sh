@@ -21,20 +21,22 @@ hereda_dueno() {
 
 # --- processes --------------------------------------------------------------------------------
 
-# The moment a process started, in ticks since the system did; nothing if it is gone or a corpse.
+# COMIENZO := the moment a process started, in ticks since the system did; empty if it is gone or a
+# corpse. Without a subshell, as it is asked all the time.
 comienzo() {
-    local linea
-    { read -r linea </proc/"$1"/stat; } 2>/dev/null || return 0
-    linea=${linea##*) }
-    set -- $linea
-    [ "$1" = Z ] || echo "${20}"
+    local campos=
+    COMIENZO=
+    { read -r campos <"/proc/$1/stat"; } 2>/dev/null || return 0
+    # Behind the program's name, which may hold anything: state, parent, group, ...
+    read -ra campos <<<"${campos##*) }"
+    [ "${campos[0]}" = Z ] || COMIENZO=${campos[19]}
 }
 
 vive() {
-    local pid momento
-    [ -f "$CARPETA/run/$1.pid" ] || return 1
-    read -r pid momento <"$CARPETA/run/$1.pid"
-    [ -n "$momento" ] && [ "$(comienzo "$pid")" = "$momento" ]
+    local pid= momento=
+    { read -r pid momento <"$CARPETA/run/$1.pid"; } 2>/dev/null || return 1
+    comienzo "$pid"
+    [ -n "$momento" ] && [ "$COMIENZO" = "$momento" ]
 }
 
 pid_de() { cut -d' ' -f1 "$CARPETA/run/$1.pid"; }
@@ -56,6 +58,12 @@ procesos_con() {
         { pid = $1; sub(/.*\) /, ""); if ($1 != "Z" && (campo == "ppid" ? $2 : $3) == valor) print pid }'
 }
 
+# A signal waits for the next quiet moment: between the start of a server and the note of its number
+# it would leave a server that nobody knows of.
+INTERRUMPIDO=
+aplaza_senales() { trap 'INTERRUMPIDO=si' INT TERM HUP; }
+atiende_senales() { [ -z "$INTERRUMPIDO" ] || exit 130; }
+
 # Starts a program in a session of its own, away from the terminal's signals.
 lanza() {
     local servidor=$1
@@ -64,19 +72,23 @@ lanza() {
         TZ="${TZ:-Europe/Madrid}" TMPDIR="$CARPETA/tmp" "${ENTORNO[@]}" "$@" \
         </dev/null >>"$CARPETA/run/$servidor.salida" 2>&1) &
     local pid=$!
-    echo "$pid $(comienzo "$pid")" >"$CARPETA/run/$servidor.pid"
+    disown
+    comienzo "$pid"
+    echo "$pid $COMIENZO" >"$CARPETA/run/$servidor.pid"
 }
 
-# Ends a server and its sessions, and waits until the last of them is gone.
+# Ends a server and its sessions with a signal, TERM for an end in good order, and waits until the
+# last of them is gone.
 termina() {
-    local servidor=$1 pid vueltas=0
+    local servidor=$1 senal=${2:-TERM} pid vueltas=0
     vive "$servidor" || return 0
     pid=$(pid_de "$servidor")
-    kill -TERM -- "-$pid" 2>/dev/null || true
-    while [ -n "$(procesos_con pgrp "$pid")" ]; do
+    while vive "$servidor" || [ -n "$(procesos_con pgrp "$pid")" ]; do
+        # Once a second, as one that is still starting may miss it; by its own number too, as it may
+        # not lead its group yet.
+        [ $((vueltas % 50)) -ne 0 ] || kill "-$senal" "$pid" "-$pid" 2>/dev/null || true
         vueltas=$((vueltas + 1))
-        # Whoever doesn't heed has some 20 seconds.
-        [ $vueltas -lt 800 ] || kill -KILL -- "-$pid" 2>/dev/null || true
+        [ $vueltas -lt 800 ] || senal=KILL
         [ $vueltas -lt 1000 ] || break
         sleep 0.02
     done
@@ -85,9 +97,9 @@ termina() {
 
 baja_todo() {
     local servidor
-    termina vigia
+    termina vigia KILL
     for servidor in "${SERVIDORES[@]}"; do
-        termina "$servidor" &
+        termina "$servidor" "$1" &
     done
     wait
     case ${SOCKET:-} in
@@ -171,7 +183,7 @@ lanza_mysql() {
         --log-error="$CARPETA/mysql/errores.log" --init-file="$CARPETA/mysql/usuarios.sql" \
         --skip-name-resolve --skip-log-bin --character-set-server=utf8mb4 \
         --innodb-buffer-pool-size=64M --innodb-log-file-size=32M --innodb-log-buffer-size=4M \
-        --innodb-flush-log-at-trx-commit=0 --innodb-flush-method=nosync --innodb-doublewrite=0 \
+        --innodb-flush-log-at-trx-commit=0 --innodb-flush-method=nosync --innodb-doublewrite=0 --debug-no-sync --skip-sync-frm \
         --innodb-buffer-pool-dump-at-shutdown=0 --innodb-buffer-pool-load-at-startup=0 \
         --key-buffer-size=1M --aria-pagecache-buffer-size=2M --performance-schema=0 \
         --max-connections=60 --thread-cache-size=8
@@ -225,24 +237,23 @@ elige_puerto() {
     declare -g "PUERTO_${1^^}=$puerto"
 }
 
-# Waits until the server listens: 0 yes, 1 it ended, 2 its port was taken.
+# Waits until the server says so in its log, from a position on: 0 it listens, 1 it ended or hangs,
+# 2 its port was taken.
 espera_servidor() {
-    local servidor=$1 registro desde=$2 vueltas=0 nuevo
-    registro=$(registro_de "$servidor")
-    while :; do
-        nuevo=$(tail -c +"$((desde + 1))" "$registro" 2>/dev/null || true)
-        if [[ $nuevo == *"$(senal_de "$servidor")"* ]]; then
-            ! vive "$servidor" || return 0
-        fi
+    local servidor=$1 desde=$2 vueltas registro senal
+    registro=$(registro_de "$servidor") senal=$(senal_de "$servidor")
+    for ((vueltas = 0; vueltas < 3000; vueltas++)); do
+        atiende_senales
         if ! vive "$servidor"; then
-            nuevo+=$(cat "$CARPETA/run/$servidor.salida")
-            [[ ! $nuevo =~ $PUERTO_OCUPADO ]] || return 2
-            return 1
+            cat "$registro" "$CARPETA/run/$servidor.salida" 2>/dev/null |
+                grep -E "$PUERTO_OCUPADO" >>"$CARPETA/run/puertos" || return 1
+            return 2
         fi
-        vueltas=$((vueltas + 1))
-        [ $vueltas -lt 3000 ] || return 1
+        # grep may leave before tail has told it all.
+        ! { tail -c +"$((desde + 1))" "$registro" 2>/dev/null || true; } | grep -qF "$senal" || return 0
         sleep 0.02
     done
+    return 1
 }
 
 tamano() { stat -c %s "$1" 2>/dev/null || echo 0; }
@@ -281,12 +292,12 @@ para() {
 sigue() {
     local desde
     ! vive "$1" || return 0
+    aplaza_senales
+    trap "termina $1" EXIT
     desde=$(tamano "$(registro_de "$1")")
     "lanza_$1"
-    if ! espera_servidor "$1" "$desde"; then
-        termina "$1"
-        falla "$1"
-    fi
+    espera_servidor "$1" "$desde" || falla "$1"
+    trap - EXIT
     escribe_env
 }
 
