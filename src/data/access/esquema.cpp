@@ -1,0 +1,116 @@
+#include "data/access/esquema.h"
+#include "data/access/colacion.h"
+#include <algorithm>
+#include <sqlite3.h>
+
+namespace tolmo::data::access {
+namespace {
+
+bool TieneColacion(sqlite3* base, const QString& tabla, const QString& columna)
+{
+    const char* colacion = nullptr;
+    const int resultado = sqlite3_table_column_metadata(base, nullptr, tabla.toUtf8().constData(),
+                                                        columna.toUtf8().constData(), nullptr,
+                                                        &colacion, nullptr, nullptr, nullptr);
+    return resultado == SQLITE_OK && colacion && qstricmp(colacion, Colacion) == 0;
+}
+
+bool TieneFilas(sqlite3* base, const QString& tabla)
+{
+    return sqlite3_table_column_metadata(base, nullptr, tabla.toUtf8().constData(), "rowid",
+                                         nullptr, nullptr, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+} // namespace
+
+const ColumnaVista* TablaVista::Busca(const QString& columna) const
+{
+    const QString llave = Llave(columna);
+    const auto hallada =
+        std::find_if(columnas.begin(), columnas.end(),
+                     [&llave](const ColumnaVista& c) { return Llave(c.nombre) == llave; });
+    return hallada == columnas.end() ? nullptr : &*hallada;
+}
+
+const TablaVista* Esquema::Busca(const QString& nombre) const
+{
+    Lee();
+    const auto hallada = tablas_.find(Llave(nombre));
+    if (hallada == tablas_.end())
+        return nullptr;
+    if (hallada->columnas.empty() && hallada->clase != TablaVista::Clase::Guardada)
+        LeeColumnas(*hallada);
+    return &*hallada;
+}
+
+std::vector<const TablaVista*> Esquema::Todas() const
+{
+    Lee();
+    std::vector<const TablaVista*> todas;
+    for (const TablaVista& tabla : std::as_const(tablas_))
+        todas.push_back(&tabla);
+    std::sort(todas.begin(), todas.end(), [](const TablaVista* a, const TablaVista* b) {
+        return ComparaTextos(a->nombre, b->nombre) < 0;
+    });
+    return todas;
+}
+
+void Esquema::Olvida()
+{
+    leido_ = false;
+    tablas_.clear();
+}
+
+void Esquema::Lee() const
+{
+    if (leido_)
+        return;
+    Preparada filas = base_.Prepara(QStringLiteral(
+        "SELECT name, type FROM sqlite_schema WHERE type IN ('table', 'view') AND name NOT LIKE 'sqlite~_%' ESCAPE '~'"));
+    while (filas.Paso()) {
+        TablaVista tabla;
+        tabla.nombre = filas.Texto(0);
+        tabla.clase = filas.Texto(1) == QLatin1String("view") ? TablaVista::Clase::Vista
+                                                              : TablaVista::Clase::Tabla;
+        tablas_.insert(Llave(tabla.nombre), tabla);
+    }
+    if (tablas_.contains(QLatin1String(TablaConsultas)))
+        LeeGuardadas();
+    leido_ = true;
+}
+
+void Esquema::LeeGuardadas() const
+{
+    Preparada filas = base_.Prepara(
+        QStringLiteral("SELECT nombre, texto FROM %1").arg(QLatin1String(TablaConsultas)));
+    while (filas.Paso()) {
+        TablaVista consulta;
+        consulta.nombre = filas.Texto(0);
+        consulta.clase = TablaVista::Clase::Guardada;
+        consulta.texto = filas.Texto(1);
+        // A table of the same name wins, so that no stored text can hide it.
+        if (!tablas_.contains(Llave(consulta.nombre)))
+            tablas_.insert(Llave(consulta.nombre), consulta);
+    }
+}
+
+void Esquema::LeeColumnas(TablaVista& tabla) const
+{
+    Preparada filas =
+        base_.Prepara(QStringLiteral("PRAGMA table_xinfo(%1)").arg(Identificador(tabla.nombre)));
+    const bool esTabla = tabla.clase == TablaVista::Clase::Tabla;
+    while (filas.Paso()) {
+        const TipoDeclarado tipo = LeeTipo(filas.Texto(2));
+        ColumnaVista columna;
+        columna.nombre = columna.columna = filas.Texto(1);
+        columna.tipo = tipo.tipo;
+        columna.ancho = tipo.ancho;
+        columna.tabla = tabla.nombre;
+        columna.propia = esTabla && EsTexto(tipo.tipo) &&
+                         TieneColacion(base_.Manejo(), tabla.nombre, columna.nombre);
+        tabla.columnas.push_back(columna);
+    }
+    tabla.conFila = esTabla && TieneFilas(base_.Manejo(), tabla.nombre);
+}
+
+} // namespace tolmo::data::access

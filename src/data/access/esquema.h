@@ -1,0 +1,61 @@
+#pragma once
+#include "data/access/base.h"
+#include "data/access/tipos.h"
+#include <QHash>
+#include <QString>
+#include <vector>
+
+namespace tolmo::data::access {
+
+/// A column of a table, or of what a statement selects from.
+struct ColumnaVista {
+    QString nombre{};
+    Tipo tipo = Tipo::Desconocido;
+    int ancho = 0;       ///< characters, 0 without limit
+    QString tabla{};     ///< the table that it stands in, empty for an expression
+    QString columna{};   ///< its name there
+    bool propia = false; ///< its indexes follow the order of the language
+};
+
+/// A table or a view of the base, or a stored query.
+struct TablaVista {
+    enum class Clase { Tabla, Vista, Guardada };
+    QString nombre{};
+    Clase clase = Clase::Tabla;
+    QString texto{};      ///< of a stored query
+    bool conFila = false; ///< it has row numbers, by which a row can be told
+    std::vector<ColumnaVista> columnas{};
+
+    const ColumnaVista* Busca(const QString& columna) const;
+};
+
+/// The tables of a base, read as they are asked for and kept until Olvida.
+class Esquema {
+  public:
+    explicit Esquema(const Base& base) : base_(base) {}
+
+    /// The table, view or stored query of that name, in any case; nullptr when there is none.
+    const TablaVista* Busca(const QString& nombre) const;
+    std::vector<const TablaVista*> Todas() const;
+    void Olvida();
+
+  private:
+    void Lee() const;
+    void LeeGuardadas() const;
+    void LeeColumnas(TablaVista& tabla) const;
+
+    const Base& base_;
+    mutable bool leido_ = false;
+    mutable QHash<QString, TablaVista> tablas_; ///< by name in lower case
+};
+
+/// The table that holds the stored queries, Access texts, beside the views of the base itself.
+constexpr const char* TablaConsultas = "kov_consultas";
+
+/// The form of a name under which two spellings are the same name.
+inline QString Llave(const QString& nombre)
+{
+    return nombre.toCaseFolded();
+}
+
+} // namespace tolmo::data::access

@@ -1,0 +1,269 @@
+#include "data/access/proveedor_access.h"
+#include "data/access/analizador.h"
+#include "data/access/errores_access.h"
+#include "data/access/lectura.h"
+#include <sqlite3.h>
+
+namespace tolmo::data::access {
+namespace {
+
+// Forms of statements that are kept; a run asks some dozens.
+constexpr int ListasGuardadas = 256;
+
+bool LlevaParametros(const std::vector<Lexema>& lexemas)
+{
+    for (const char* palabra : {"SELECT", "INSERT", "UPDATE", "DELETE"}) {
+        if (lexemas[0].Es(palabra))
+            return true;
+    }
+    return lexemas[0].EsSigno("(");
+}
+
+// An action that is stored is none of the tables and views that a listing shows.
+bool EsSeleccion(const QString& texto)
+{
+    const QString inicio = texto.trimmed();
+    return inicio.startsWith(QLatin1String("SELECT"), Qt::CaseInsensitive) ||
+           inicio.startsWith(u'(');
+}
+
+} // namespace
+
+ProveedorAccess::ProveedorAccess(const QString& ruta, Base::Modo modo, Ahora ahora)
+    : ahora_(std::move(ahora)), base_(ruta, modo, ahora_), esquema_(base_),
+      versionDatos_(base_.Prepara(QStringLiteral("PRAGMA data_version"))),
+      versionEsquema_(base_.Prepara(QStringLiteral("PRAGMA schema_version"))),
+      listas_(ListasGuardadas)
+{
+}
+
+// What another process does to the tables, or to the stored queries, outdates what is kept here.
+void ProveedorAccess::NotaCambiosAjenos()
+{
+    versionDatos_.Paso();
+    const qlonglong datos = versionDatos_.Entero(0);
+    versionDatos_.Reinicia();
+    if (datos == datosVistos_)
+        return;
+    datosVistos_ = datos;
+    versionEsquema_.Paso();
+    const qlonglong esquema = versionEsquema_.Entero(0);
+    versionEsquema_.Reinicia();
+    const bool guardadas = esquema_.Busca(QLatin1String(TablaConsultas)) != nullptr;
+    if (esquema != esquemaVisto_ || guardadas) {
+        esquema_.Olvida();
+        listas_.clear();
+    }
+    esquemaVisto_ = esquema;
+}
+
+Plan ProveedorAccess::TraduceTexto(const QString& sql, const std::vector<Lexema>& lexemas,
+                                   bool actualizable)
+{
+    const Sentencia sentencia = Analiza(sql, lexemas);
+    return Traductor(esquema_).Traduce(sentencia, actualizable);
+}
+
+ProveedorAccess::Lista& ProveedorAccess::Prepara(const QString& sql, std::vector<Lexema>& lexemas,
+                                                 bool actualizable, Lista& suelta)
+{
+    lexemas = Lexemas(sql);
+    NotaCambiosAjenos();
+    if (!LlevaParametros(lexemas)) {
+        suelta.plan = TraduceTexto(sql, lexemas, actualizable);
+        return suelta;
+    }
+    const QString forma = (actualizable ? u'+' : u' ') + Forma(lexemas);
+    if (Lista* guardada = listas_.object(forma))
+        return *guardada;
+    suelta.plan = TraduceTexto(sql, lexemas, actualizable);
+    if (suelta.plan.cambiaEsquema)
+        return suelta;
+    auto nueva = std::make_unique<Lista>();
+    nueva->plan = std::move(suelta.plan);
+    for (const QString& texto : nueva->plan.sql)
+        nueva->preparadas.push_back(base_.Prepara(texto));
+    Lista& guardada = *nueva;
+    listas_.insert(forma, nueva.release());
+    return guardada;
+}
+
+Filas ProveedorAccess::Consulta(const QString& sql, bool actualizable)
+{
+    std::vector<Lexema> lexemas;
+    Lista suelta;
+    Lista& lista = Prepara(sql, lexemas, actualizable, suelta);
+    Filas filas;
+    if (!lista.plan.esConsulta) {
+        EjecutaPlan(lista.plan, lexemas);
+        return filas;
+    }
+    if (lista.preparadas.empty())
+        lista.preparadas.push_back(base_.Prepara(lista.plan.sql[0]));
+    Preparada& preparada = lista.preparadas[0];
+    const Preparada::Guarda guarda(preparada);
+    LigaLiterales(preparada, lexemas);
+    LeeFilas(preparada, lista.plan, filas);
+    return filas;
+}
+
+long long ProveedorAccess::Ejecuta(const QString& sql)
+{
+    std::vector<Lexema> lexemas;
+    Lista suelta;
+    Lista& lista = Prepara(sql, lexemas, false, suelta);
+    if (lista.preparadas.empty())
+        return EjecutaPlan(lista.plan, lexemas);
+    Preparada& preparada = lista.preparadas[0];
+    const Preparada::Guarda guarda(preparada);
+    LigaLiterales(preparada, lexemas);
+    while (preparada.Paso()) {
+    }
+    return lista.plan.esConsulta ? 0 : base_.Cambios();
+}
+
+// Statements that change the schema go one after the other, as each needs what the one before made.
+long long ProveedorAccess::EjecutaPlan(const Plan& plan, const std::vector<Lexema>& lexemas)
+{
+    if (plan.cambiaEsquema)
+        listas_.clear();
+    Transaccion transaccion(base_);
+    for (const QString& texto : plan.sql) {
+        Preparada preparada = base_.Prepara(texto);
+        LigaLiterales(preparada, lexemas);
+        while (preparada.Paso()) {
+        }
+    }
+    const long long cambios = base_.Cambios();
+    transaccion.Confirma();
+    if (plan.cambiaEsquema)
+        esquema_.Olvida();
+    return plan.cambiaEsquema || plan.esConsulta ? 0 : cambios;
+}
+
+namespace {
+
+QString ColumnaDeTabla(const Filas& filas, const QString& nombre)
+{
+    for (const Campo& campo : filas.campos) {
+        if (Llave(campo.nombre) == Llave(nombre) && Llave(campo.tabla) == Llave(filas.tabla))
+            return campo.columna;
+    }
+    return nombre;
+}
+
+const ColumnaVista& ColumnaDeCambio(const TablaVista& tabla, const Filas& filas,
+                                    const QString& nombre)
+{
+    const ColumnaVista* columna = tabla.Busca(ColumnaDeTabla(filas, nombre));
+    if (!columna)
+        Rechaza(
+            QStringLiteral("No se conoce el campo %1 en la tabla %2").arg(nombre, tabla.nombre));
+    return *columna;
+}
+
+const TablaVista& TablaDe(const Esquema& esquema, const Filas& filas)
+{
+    const TablaVista* tabla = esquema.Busca(filas.tabla);
+    if (!tabla)
+        Rechaza(QStringLiteral("No se conoce la tabla %1").arg(filas.tabla));
+    return *tabla;
+}
+
+} // namespace
+
+// In an open record set a value that its column can't take is a matter of the field, with a number
+// of its own.
+template <class Accion> auto ProveedorAccess::ComoValor(Accion accion)
+{
+    try {
+        return accion();
+    } catch (const ErrorSql& error) {
+        if (sqlite3_errcode(base_.Manejo()) == SQLITE_ERROR)
+            RechazaValor(error.Descripcion());
+        throw;
+    }
+}
+
+void ProveedorAccess::Actualiza(const Filas& filas, std::size_t fila, const Cambios& cambios)
+{
+    if (cambios.empty())
+        return;
+    const TablaVista& tabla = TablaDe(esquema_, filas);
+    QStringList lista;
+    for (const auto& [nombre, valor] : cambios) {
+        const ColumnaVista& columna = ColumnaDeCambio(tabla, filas, nombre);
+        const Trozo trozo = TrozoDeValor(static_cast<int>(lista.size()) + 1, valor);
+        lista << Identificador(columna.nombre) + QStringLiteral(" = ") + AsignaA(columna, trozo);
+    }
+    const int clave = static_cast<int>(cambios.size()) + 1;
+    Preparada preparada =
+        base_.Prepara(QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?%3")
+                          .arg(Identificador(tabla.nombre), lista.join(QStringLiteral(", ")),
+                               QString::number(clave)));
+    for (std::size_t i = 0; i < cambios.size(); ++i)
+        LigaValor(preparada, static_cast<int>(i) + 1, cambios[i].second);
+    LigaValor(preparada, clave, filas.claves.at(fila));
+    ComoValor([&] { return preparada.Paso(); });
+    if (base_.Cambios() == 0)
+        Rechaza(QStringLiteral("El registro de %1 ya no existe").arg(tabla.nombre));
+}
+
+Valor ProveedorAccess::Inserta(const Filas& filas, const Cambios& cambios)
+{
+    const TablaVista& tabla = TablaDe(esquema_, filas);
+    QStringList columnas;
+    QStringList valores;
+    for (const auto& [nombre, valor] : cambios) {
+        const ColumnaVista& columna = ColumnaDeCambio(tabla, filas, nombre);
+        columnas << Identificador(columna.nombre);
+        valores << AsignaA(columna, TrozoDeValor(static_cast<int>(valores.size()) + 1, valor));
+    }
+    const QString sql =
+        cambios.empty()
+            ? QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(Identificador(tabla.nombre))
+            : QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                  .arg(Identificador(tabla.nombre), columnas.join(QStringLiteral(", ")),
+                       valores.join(QStringLiteral(", ")));
+    Preparada preparada = base_.Prepara(sql);
+    for (std::size_t i = 0; i < cambios.size(); ++i)
+        LigaValor(preparada, static_cast<int>(i) + 1, cambios[i].second);
+    ComoValor([&] { return preparada.Paso(); });
+    return base_.UltimaFila();
+}
+
+void ProveedorAccess::Borra(const Filas& filas, std::size_t fila)
+{
+    const TablaVista& tabla = TablaDe(esquema_, filas);
+    Preparada preparada = base_.Prepara(
+        QStringLiteral("DELETE FROM %1 WHERE rowid = ?1").arg(Identificador(tabla.nombre)));
+    LigaValor(preparada, 1, filas.claves.at(fila));
+    preparada.Paso();
+}
+
+std::vector<TablaEsquema> ProveedorAccess::Tablas()
+{
+    NotaCambiosAjenos();
+    std::vector<TablaEsquema> tablas;
+    for (const TablaVista* tabla : esquema_.Todas()) {
+        if (tabla->nombre == QLatin1String(TablaConsultas)) {
+            tablas.push_back({tabla->nombre, QStringLiteral("SYSTEM TABLE")});
+        } else if (tabla->clase == TablaVista::Clase::Tabla) {
+            tablas.push_back({tabla->nombre, QStringLiteral("TABLE")});
+        } else if (tabla->clase == TablaVista::Clase::Vista || EsSeleccion(tabla->texto)) {
+            tablas.push_back({tabla->nombre, QStringLiteral("VIEW")});
+        }
+    }
+    return tablas;
+}
+
+Plan ProveedorAccess::Traduccion(const QString& sql)
+{
+    std::vector<Lexema> lexemas = Lexemas(sql);
+    NotaCambiosAjenos();
+    if (LlevaParametros(lexemas))
+        Forma(lexemas);
+    return TraduceTexto(sql, lexemas, false);
+}
+
+} // namespace tolmo::data::access

@@ -1,0 +1,363 @@
+#include "data/access/colacion.h"
+#include "data/access/errores_access.h"
+#include "data/access/fechas.h"
+#include "data/access/traductor.h"
+#include "data/valores.h"
+
+namespace tolmo::data::access {
+namespace {
+
+Trozo Envuelto(const QString& funcion, const Trozo& trozo, Tipo tipo)
+{
+    Trozo nuevo;
+    nuevo.sql = funcion + u'(' + trozo.sql + u')';
+    nuevo.tipo = tipo;
+    nuevo.fija = trozo.fija;
+    return nuevo;
+}
+
+Trozo Nuevo(const QString& sql, Tipo tipo, bool fija)
+{
+    Trozo trozo;
+    trozo.sql = sql;
+    trozo.tipo = tipo;
+    trozo.fija = fija;
+    return trozo;
+}
+
+QString LiteralFijo(const Literal& literal, qsizetype posicion)
+{
+    if (literal.tipo == Tipo::Texto)
+        return TextoLiteral(literal.texto);
+    if (literal.tipo != Tipo::Fecha)
+        return literal.texto;
+    const auto momento = LeeMomento(literal.texto, OrdenFecha::MesDia);
+    if (!momento)
+        RechazaEn(posicion,
+                  QStringLiteral("Error de sintaxis en la fecha #%1#").arg(literal.texto));
+    return TextoLiteral(Iso(*momento));
+}
+
+} // namespace
+
+Trozo AValor(const Trozo& trozo)
+{
+    if (trozo.tipo != Tipo::Condicion)
+        return trozo;
+    return Nuevo(QStringLiteral("(-(%1))").arg(trozo.sql), Tipo::Corto, trozo.fija);
+}
+
+Trozo ATexto(const Trozo& trozo)
+{
+    if (EsTexto(trozo.tipo) || trozo.tipo == Tipo::Nulo)
+        return trozo;
+    if (trozo.tipo == Tipo::Fecha)
+        return Envuelto(QStringLiteral("kov_fecha_texto"), trozo, Tipo::Texto);
+    return Envuelto(QStringLiteral("kov_texto"), AValor(trozo), Tipo::Texto);
+}
+
+Trozo ANumero(const Trozo& trozo)
+{
+    if (EsNumero(trozo.tipo) || trozo.tipo == Tipo::Nulo)
+        return AValor(trozo);
+    if (trozo.tipo == Tipo::Fecha)
+        return Envuelto(QStringLiteral("kov_serie"), trozo, Tipo::Doble);
+    return Envuelto(QStringLiteral("kov_numero_exigido"), trozo, Tipo::Doble);
+}
+
+QString ACondicion(const Trozo& trozo)
+{
+    if (trozo.tipo == Tipo::Condicion)
+        return trozo.sql;
+    return u'(' + ANumero(trozo).sql + QStringLiteral(" <> 0)");
+}
+
+Trozo AlTipo(const Trozo& trozo, Tipo tipo)
+{
+    if (trozo.tipo == tipo || trozo.tipo == Tipo::Nulo)
+        return trozo;
+    if (EsTexto(tipo))
+        return ATexto(trozo);
+    return AValor(trozo);
+}
+
+QString AsignaA(const ColumnaVista& destino, const Trozo& valor)
+{
+    const QString campo = TextoLiteral(destino.tabla + u'.' + destino.nombre);
+    const bool mismaColumna = valor.esColumna && valor.tipo == destino.tipo;
+    if (destino.tipo == Tipo::Logico) {
+        if (valor.tipo == Tipo::Condicion)
+            return QStringLiteral("ifnull(%1, 0)").arg(AValor(valor).sql);
+        return QStringLiteral("kov_asigna_logico(%1, %2)").arg(valor.sql, campo);
+    }
+    if (valor.tipo == Tipo::Nulo)
+        return QStringLiteral("NULL");
+    if (destino.tipo == Tipo::Texto && destino.ancho > 0) {
+        if (mismaColumna && valor.ancho > 0 && valor.ancho <= destino.ancho)
+            return valor.sql;
+        return QStringLiteral("kov_asigna_texto(%1, %2, %3)")
+            .arg(ATexto(valor).sql, QString::number(destino.ancho), campo);
+    }
+    if (EsTexto(destino.tipo))
+        return ATexto(valor).sql;
+    if (EsNumero(destino.tipo))
+        return mismaColumna
+                   ? valor.sql
+                   : QStringLiteral("kov_asigna_numero(%1, %2, %3)")
+                         .arg(valor.tipo == Tipo::Fecha ? ANumero(valor).sql : AValor(valor).sql,
+                              QString::number(static_cast<int>(destino.tipo)), campo);
+    if (destino.tipo == Tipo::Fecha)
+        return QStringLiteral("kov_asigna_fecha(%1, %2)").arg(AValor(valor).sql, campo);
+    return AValor(valor).sql;
+}
+
+QString ConColacion(const Trozo& trozo)
+{
+    if (!EsTexto(trozo.tipo) && trozo.tipo != Tipo::Desconocido)
+        return trozo.sql;
+    return trozo.sql + QStringLiteral(" COLLATE ") + QLatin1String(Colacion);
+}
+
+Trozo Traductor::Expr(const Expresion& e, const Ambito& ambito)
+{
+    using Clase = Expresion::Clase;
+    switch (e.clase) {
+    case Clase::Literal:
+        return ExprLiteral(e);
+    case Clase::Columna:
+        return ExprColumna(e, ambito);
+    case Clase::Unario:
+        return ExprUnaria(e, ambito);
+    case Clase::Binario:
+        return ExprBinaria(e, ambito);
+    case Clase::Como:
+        return ExprComo(e, ambito);
+    case Clase::Entre:
+        return ExprEntre(e, ambito);
+    case Clase::EnLista:
+        return ExprEnLista(e, ambito);
+    case Clase::EnConsulta:
+        return ExprEnConsulta(e, ambito);
+    case Clase::Existe:
+        return ExprExiste(e, ambito);
+    case Clase::Escalar:
+        return ExprEscalar(e, ambito);
+    case Clase::EsNulo: {
+        const Trozo valor = Expr(*e.hijos[0], ambito);
+        return Nuevo(QStringLiteral("(%1 IS %2NULL)")
+                         .arg(valor.sql, e.negado ? QStringLiteral("NOT ") : QString()),
+                     Tipo::Condicion, valor.fija);
+    }
+    case Clase::Funcion:
+        return ExprFuncion(e, ambito);
+    case Clase::Asterisco:
+        break;
+    }
+    RechazaEn(e.posicion, QStringLiteral("Error de sintaxis: * sólo cabe en COUNT(*)"));
+}
+
+Trozo Traductor::ExprLiteral(const Expresion& e) const
+{
+    Trozo trozo;
+    trozo.literal = &e.literal;
+    trozo.tipo = e.literal.tipo;
+    trozo.fija = true;
+    const bool parametro = e.literal.indice >= 0 && guardadas_ == 0;
+    if (e.literal.tipo == Tipo::Nulo)
+        trozo.sql = QStringLiteral("NULL");
+    else
+        trozo.sql = parametro ? u'?' + QString::number(e.literal.indice + 1)
+                              : LiteralFijo(e.literal, e.posicion);
+    return trozo;
+}
+
+Trozo Traductor::ExprColumna(const Expresion& e, const Ambito& ambito)
+{
+    const QString llave = Llave(e.nombre);
+    const QString tabla = Llave(e.tabla);
+    bool tablaHallada = false;
+    for (const Ambito* a = &ambito; a; a = a->exterior) {
+        Trozo trozo;
+        int veces = 0;
+        for (const auto& fuente : a->fuentes) {
+            if (!tabla.isEmpty() && Llave(fuente.alias) != tabla)
+                continue;
+            tablaHallada = tablaHallada || !tabla.isEmpty();
+            for (const ColumnaVista& columna : fuente.columnas) {
+                if (Llave(columna.nombre) != llave)
+                    continue;
+                ++veces;
+                trozo.sql = Identificador(fuente.alias) + u'.' + Identificador(columna.nombre);
+                trozo.tipo = columna.tipo;
+                trozo.ancho = columna.ancho;
+                trozo.columna = columna;
+                trozo.esColumna = true;
+                break;
+            }
+        }
+        if (veces > 1)
+            RechazaEn(e.posicion,
+                      QStringLiteral("El campo %1 puede ser de más de una tabla").arg(e.nombre));
+        if (veces == 1) {
+            // Seen from a sub-select, what stands outside doesn't change from row to row.
+            trozo.fija = a != &ambito;
+            ExigeAgrupado(e, *a, trozo);
+            return trozo;
+        }
+        bool hallado = false;
+        if (tabla.isEmpty() && a == &ambito && a->elementos)
+            trozo = ExprAlias(e, *a, hallado);
+        if (hallado)
+            return trozo;
+    }
+    if (tabla.isEmpty())
+        RechazaEn(e.posicion, QStringLiteral("No se conoce el campo %1").arg(e.nombre));
+    RechazaEn(e.posicion,
+              tablaHallada
+                  ? QStringLiteral("No se conoce el campo %1.%2").arg(e.tabla, e.nombre)
+                  : QStringLiteral("No se conoce la tabla %1 en esta sentencia").arg(e.tabla));
+}
+
+// A name that no source has may be the alias of another item of the list.
+Trozo Traductor::ExprAlias(const Expresion& e, const Ambito& ambito, bool& hallado)
+{
+    for (const Elemento& elemento : *ambito.elementos) {
+        if (!elemento.expresion || Llave(elemento.alias) != Llave(e.nombre))
+            continue;
+        if (aliasAbiertos_.contains(elemento.expresion.get()))
+            RechazaEn(e.posicion,
+                      QStringLiteral("El alias %1 se define con él mismo").arg(e.nombre));
+        hallado = true;
+        aliasAbiertos_.insert(elemento.expresion.get());
+        Trozo trozo = Expr(*elemento.expresion, ambito);
+        aliasAbiertos_.remove(elemento.expresion.get());
+        return trozo;
+    }
+    return {};
+}
+
+void Traductor::ExigeAgrupado(const Expresion& e, const Ambito& ambito, const Trozo& trozo) const
+{
+    if (!ambito.agrupado || enAgregado_ || ambito.grupos.contains(trozo.sql))
+        return;
+    RechazaEn(e.posicion,
+              QStringLiteral("El campo %1 no está en GROUP BY ni en una función de agregado")
+                  .arg(e.nombre));
+}
+
+Trozo Traductor::ExprUnaria(const Expresion& e, const Ambito& ambito)
+{
+    const Trozo valor = Expr(*e.hijos[0], ambito);
+    if (e.nombre == QLatin1String("NOT"))
+        return Nuevo(QStringLiteral("(NOT %1)").arg(ACondicion(valor)), Tipo::Condicion,
+                     valor.fija);
+    const Trozo numero = ANumero(valor);
+    return Nuevo(QStringLiteral("(-%1)").arg(numero.sql),
+                 EsVerdad(numero.tipo) ? Tipo::Corto : numero.tipo, valor.fija);
+}
+
+Trozo Traductor::ExprBinaria(const Expresion& e, const Ambito& ambito)
+{
+    const QString& signo = e.nombre;
+    if (QStringLiteral(" AND OR XOR EQV IMP ").contains(u' ' + signo + u' '))
+        return ExprLogica(e, ambito);
+    if (signo == QLatin1String("&"))
+        return ExprUnion(e, ambito);
+    const Trozo a = Expr(*e.hijos[0], ambito);
+    const Trozo b = Expr(*e.hijos[1], ambito);
+    const bool fija = a.fija && b.fija;
+    if (QStringLiteral(" = <> < > <= >= ").contains(u' ' + signo + u' '))
+        return Compara(signo, a, b);
+    if (signo == QLatin1String("+") || signo == QLatin1String("-"))
+        return ExprSuma(a, b, signo == QLatin1String("-"));
+    const QString argumentos = u'(' + ANumero(a).sql + QStringLiteral(", ") + ANumero(b).sql + u')';
+    if (signo == QLatin1String("*"))
+        return Nuevo(u'(' + ANumero(a).sql + QStringLiteral(" * ") + ANumero(b).sql + u')',
+                     TipoAritmetico(ANumero(a).tipo, ANumero(b).tipo), fija);
+    if (signo == QLatin1String("/"))
+        return Nuevo(QStringLiteral("kov_divide") + argumentos, Tipo::Doble, fija);
+    if (signo == QLatin1String("\\"))
+        return Nuevo(QStringLiteral("kov_divide_entero") + argumentos, Tipo::Entero, fija);
+    if (signo == QLatin1String("MOD"))
+        return Nuevo(QStringLiteral("kov_resto") + argumentos, Tipo::Entero, fija);
+    return Nuevo(QStringLiteral("kov_potencia") + argumentos, Tipo::Doble, fija);
+}
+
+Trozo Traductor::ExprLogica(const Expresion& e, const Ambito& ambito)
+{
+    const Trozo izquierda = Expr(*e.hijos[0], ambito);
+    const Trozo derecha = Expr(*e.hijos[1], ambito);
+    const QString a = ACondicion(izquierda);
+    const QString b = ACondicion(derecha);
+    QString sql;
+    if (e.nombre == QLatin1String("XOR"))
+        sql = QStringLiteral("(%1 <> %2)").arg(a, b);
+    else if (e.nombre == QLatin1String("EQV"))
+        sql = QStringLiteral("(%1 = %2)").arg(a, b);
+    else if (e.nombre == QLatin1String("IMP"))
+        sql = QStringLiteral("(NOT %1 OR %2)").arg(a, b);
+    else
+        sql = QStringLiteral("(%1 %2 %3)").arg(a, e.nombre, b);
+    return Nuevo(sql, Tipo::Condicion, izquierda.fija && derecha.fija);
+}
+
+Trozo Traductor::ExprSuma(const Trozo& a, const Trozo& b, bool resta)
+{
+    const bool fija = a.fija && b.fija;
+    const QString signo = resta ? QStringLiteral(" - ") : QStringLiteral(" + ");
+    if (!resta && EsTexto(a.tipo) && EsTexto(b.tipo))
+        return Nuevo(u'(' + a.sql + QStringLiteral(" || ") + b.sql + u')', Tipo::Texto, fija);
+    const bool fechaA = a.tipo == Tipo::Fecha;
+    const bool fechaB = b.tipo == Tipo::Fecha;
+    const QString suma = u'(' + ANumero(a).sql + signo + ANumero(b).sql + u')';
+    if (fechaA != fechaB && (fechaA || !resta))
+        return Nuevo(QStringLiteral("kov_desde_serie(%1)").arg(suma), Tipo::Fecha, fija);
+    const bool dudosa = a.tipo == Tipo::Desconocido || b.tipo == Tipo::Desconocido;
+    if (dudosa && !resta)
+        return Nuevo(QStringLiteral("kov_suma(%1, %2)").arg(AValor(a).sql, AValor(b).sql),
+                     Tipo::Desconocido, fija);
+    return Nuevo(suma, TipoAritmetico(ANumero(a).tipo, ANumero(b).tipo), fija);
+}
+
+Trozo Traductor::ExprUnion(const Expresion& e, const Ambito& ambito)
+{
+    QStringList sumandos;
+    bool fija = true;
+    ReuneSumandos(e, ambito, sumandos, fija);
+    return Nuevo(QStringLiteral("kov_une(%1)").arg(sumandos.join(QStringLiteral(", "))),
+                 Tipo::Texto, fija);
+}
+
+void Traductor::ReuneSumandos(const Expresion& e, const Ambito& ambito, QStringList& sumandos,
+                              bool& fija)
+{
+    if (e.clase == Expresion::Clase::Binario && e.nombre == QLatin1String("&")) {
+        for (const PExpresion& hijo : e.hijos)
+            ReuneSumandos(*hijo, ambito, sumandos, fija);
+        return;
+    }
+    const Trozo trozo = Expr(e, ambito);
+    fija = fija && trozo.fija;
+    sumandos << ATexto(trozo).sql;
+}
+
+Trozo Traductor::ExprEscalar(const Expresion& e, const Ambito& ambito)
+{
+    std::vector<ColumnaVista> columnas;
+    const QString sql = TraduceConsulta(*e.consulta, &ambito, columnas);
+    if (columnas.size() != 1)
+        RechazaEn(e.posicion,
+                  QStringLiteral("Una subconsulta usada como valor ha de dar un solo campo"));
+    Trozo trozo = Nuevo(u'(' + sql + u')', columnas[0].tipo, false);
+    trozo.ancho = columnas[0].ancho;
+    return trozo;
+}
+
+Trozo Traductor::ExprExiste(const Expresion& e, const Ambito& ambito)
+{
+    std::vector<ColumnaVista> columnas;
+    const QString sql = TraduceConsulta(*e.consulta, &ambito, columnas);
+    return Nuevo(QStringLiteral("EXISTS (%1)").arg(sql), Tipo::Condicion, false);
+}
+
+} // namespace tolmo::data::access
