@@ -1,4 +1,4 @@
-#include "data/access/proveedores.h"
+#include "data/access/access.h"
 #include "data/errores.h"
 #include "data/ui/avisos.h"
 #include "data/ui/sistema.h"

@@ -1,11 +1,25 @@
 #include "run/pantalla.h"
 #include <QtGlobal>
+#include <cstdio>
 #ifdef Q_OS_UNIX
 #include <clocale>
 #include <langinfo.h>
 #endif
 
 namespace tolmo::run {
+namespace {
+
+/// What the toolkit says about a desktop that isn't there would hide the messages that matter.
+void CallaQuejasDePantalla(QtMsgType, const QMessageLogContext&, const QString& texto)
+{
+    if (texto.startsWith(QLatin1String("This plugin does not support")) ||
+        texto.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR")))
+        return;
+    const QByteArray bytes = texto.toLocal8Bit() + '\n';
+    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
+}
+
+} // namespace
 
 Entorno LeeEntorno(int argc, const char* const* argv)
 {
@@ -30,6 +44,7 @@ bool HayPantalla()
 void TrabajaSinPantalla()
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(CallaQuejasDePantalla);
 }
 
 void AseguraUtf8()

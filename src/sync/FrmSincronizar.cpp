@@ -149,6 +149,8 @@ void FrmSincronizar::done(int resultado)
 
 void FrmSincronizar::EnProximaVersion(const QString& que)
 {
+    if (motor_->EnMarcha())
+        return;
     avisos_.Muestra(que + QStringLiteral(" todavía no está disponible en esta versión."),
                     data::estilo::Informacion);
 }

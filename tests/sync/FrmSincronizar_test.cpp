@@ -378,6 +378,7 @@ TEST_F(FrmSincronizarTest, AunqueVuelvanLasPestanasNoEmpiezaOtroProcesoNiSeCierr
         progreso.HabilitaPestanas(true);
         QTimer::singleShot(0, &ventana, [this] { Pulsa("CmdStock"); });
         QTimer::singleShot(0, &ventana, [this] { Pulsa("CmdValesDto"); });
+        QTimer::singleShot(0, &ventana, [this] { Pulsa("CmdBorrarImagenesObsoletas"); });
         QTest::qWait(20);
         progreso.CedeEventos();
         EXPECT_TRUE(ventana.isVisible());
@@ -388,6 +389,7 @@ TEST_F(FrmSincronizarTest, AunqueVuelvanLasPestanasNoEmpiezaOtroProcesoNiSeCierr
     Pulsa("CmdSincronizarFamilias");
 
     EXPECT_EQ(Corridas(), QStringList{"F [][] FotosFam con familias eliminaT indices"});
+    EXPECT_TRUE(avisos.cajas.empty());
     EXPECT_FALSE(ventana.isVisible());
 }
 
