@@ -75,7 +75,7 @@ explica() {
     local registro=$1 fichero motivo veces
     revisa "$registro"
     grep -q 'ERROR SUBIENDO FICHERO' "$registro" || return 0
-    printf '\n  Sus «ERROR SUBIENDO FICHERO» son normales:\n'
+    printf '\n  Sus «ERROR SUBIENDO FICHERO» son normales, cada uno con la línea que lleva delante:\n'
     while IFS='|' read -r fichero motivo; do
         veces=$(grep -c "ERROR SUBIENDO FICHERO $fichero" "$registro" || true)
         [ "$veces" -eq 0 ] || printf '    %-14s %2s  %s\n' "$fichero" "$veces" "$motivo"
@@ -142,7 +142,7 @@ product_attribute|Combinaciones
 stock_available|Filas de existencias
 image|Imágenes
 attachment|Documentos adjuntos
-cart_rule|Vales de descuento
+cart_rule|Vales (van con su botón)
 TABLAS
 }
 

@@ -32,7 +32,16 @@ function cuerpo(Tienda $tienda, array $categorias)
     if (pedido('busca') !== '') {
         return vistaLista('Resultados de «' . pedido('busca') . '»', $tienda->busca(pedido('busca')));
     }
-    return pedido('vista') === 'trastienda' ? vistaTrastienda($tienda) : vistaPortada($tienda, $categorias);
+    switch (pedido('vista')) {
+        case 'trastienda':
+            return vistaTrastienda($tienda);
+        case 'ofertas':
+            return vistaLista('Ofertas de hoy', $tienda->enOferta());
+        case 'favoritos':
+            return vistaLista('Nuestros favoritos', $tienda->favoritos());
+        default:
+            return vistaPortada($tienda, $categorias);
+    }
 }
 
 header('Content-Type: text/html; charset=utf-8');

@@ -32,13 +32,19 @@ function vistaPortada(Tienda $tienda, array $categorias)
         }
     }
     $html .= '</ul>';
-    foreach (array('Ofertas de hoy' => $tienda->enOferta(), 'Nuestros favoritos' => $tienda->favoritos())
-        as $titulo => $productos) {
-        if ($productos) {
-            $html .= '<h2>' . h($titulo) . '</h2>' . parrilla($productos);
-        }
+    return array('Inicio', $html . muestra('Ofertas de hoy', 'ofertas', 4, $tienda->enOferta())
+        . muestra('Nuestros favoritos', 'favoritos', 8, $tienda->favoritos()));
+}
+
+/** The first products of a list, and the way to the rest. */
+function muestra($titulo, $vista, $cuantos, array $productos)
+{
+    if (!$productos) {
+        return '';
     }
-    return array('Inicio', $html);
+    $resto = count($productos) > $cuantos ? ' <a class="mas" href="' . enlace(array('vista' => $vista))
+        . '">Ver los ' . numero(count($productos)) . '</a>' : '';
+    return '<h2>' . h($titulo) . $resto . '</h2>' . parrilla(array_slice($productos, 0, $cuantos));
 }
 
 function vistaCategoria(Tienda $tienda, array $categorias, array $categoria)
@@ -72,7 +78,8 @@ function vistaProducto(Tienda $tienda, array $categorias, array $p)
     }
     $html .= '<h1>' . h($p['name']) . '</h1><p class="entrada">' . prosa($p['description_short']) . '</p>'
         . '<p class="importe">' . precio($p) . ' ' . insignia($p) . ' <small>IVA no incluido</small></p><p>'
-        . existencias($p['cantidad']);
+        . existencias($p['cantidad'])
+        . ($p['cantidad'] > 0 && $p['available_now'] ? ' <small>' . h($p['available_now']) . '</small>' : '');
     if ($p['minimal_quantity'] > 1) {
         $html .= ' <span class="minimo">Pedido mínimo: ' . numero($p['minimal_quantity']) . ' unidades</span>';
     }
