@@ -67,6 +67,7 @@ UseReverseDNS off
 WtmpLog off
 UseLastlog off
 AllowOverwrite on
+AllowOverride on
 TransferLog none
 LogFormat ordenes "%P %s %r"
 ExtendedLog "@ESTADO@/ordenes" ALL ordenes
@@ -97,10 +98,9 @@ ServidorFtp::ServidorFtp(const QString& carpeta, const OpcionesServidorFtp& opci
 
 ServidorFtp::~ServidorFtp()
 {
+    // Asked to end it takes its time; nothing of it outlives its folder anyway.
     CortaSesiones();
-    proceso_.terminate();
-    if (!proceso_.waitForFinished(5000))
-        proceso_.kill();
+    proceso_.kill();
     proceso_.waitForFinished(5000);
 }
 
