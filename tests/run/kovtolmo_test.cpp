@@ -29,12 +29,21 @@ class Kovtolmo : public testing::Test {
   protected:
     QString Fichero(const QString& nombre) { return carpeta.filePath(nombre); }
 
-    void CreaEmpresas(const QString& filas = "INSERT INTO m_empresa VALUES ('000001','Norte');\n")
+    /// An embedded database of these statements.
+    void CreaBase(const QString& nombre, const QStringList& sentencias)
     {
-        data::EjecutaGuiones(
-            Fichero("BDLOCAL.sqlite"),
-            {"CREATE TABLE m_empresa (CODEMPRESA nvarchar(6), Descripcion nvarchar(50));\n" +
-             filas});
+        data::CreaBaseEmbebida(Fichero(nombre));
+        const auto base = data::AbreBaseEmbebida(Fichero(nombre));
+        for (const QString& sentencia : sentencias)
+            base->Ejecuta(sentencia);
+    }
+    void CreaEmpresas(const QStringList& filas = {
+                          "INSERT INTO m_empresa VALUES ('000001','Norte')"})
+    {
+        CreaBase("BDLOCAL.sqlite",
+                 QStringList{
+                     "CREATE TABLE m_empresa (CODEMPRESA nvarchar(6), Descripcion nvarchar(50))"} +
+                     filas);
     }
     /// A company whose shop is at a port where nobody listens.
     void CreaEmpresa()
@@ -55,10 +64,10 @@ class Kovtolmo : public testing::Test {
                         : columna == "Pass_Bd"   ? "'s3creta'"
                                                  : "''");
         }
-        data::EjecutaGuiones(Fichero("BD000001.sqlite"),
-                             {"CREATE TABLE m_Empresa (" + columnas.join(',') + ");\n",
-                              "INSERT INTO m_Empresa VALUES (" + valores.join(',') + ");\n",
-                              "CREATE TABLE PS_IDIOMAS (CODEMPRESA nvarchar(6), IDIOMA INT);\n"});
+        CreaBase("BD000001.sqlite",
+                 {"CREATE TABLE m_Empresa (" + columnas.join(',') + ")",
+                  "INSERT INTO m_Empresa VALUES (" + valores.join(',') + ")",
+                  "CREATE TABLE PS_IDIOMAS (CODEMPRESA nvarchar(6), IDIOMA INT)"});
     }
     QStringList TablasTemporales()
     {
@@ -115,7 +124,7 @@ TEST_F(Kovtolmo, SinBDLOCALEscribeLaCajaDelArranque)
 
 TEST_F(Kovtolmo, SinEmpresasLoDiceYTerminaConError)
 {
-    CreaEmpresas("");
+    CreaEmpresas({});
 
     const Salida s = Llama({"/PRESTASHOP:000001"});
 
@@ -163,7 +172,7 @@ TEST_F(Kovtolmo, SinTiendaDaLaCajaDelArranqueYNoDescargaNada)
 
 TEST_F(Kovtolmo, UnaSentenciaQueFallaSeEscribeYTermina)
 {
-    data::EjecutaGuiones(Fichero("BDLOCAL.sqlite"), {"CREATE TABLE otra (x INT);\n"});
+    CreaBase("BDLOCAL.sqlite", {"CREATE TABLE otra (x INT)"});
 
     const Salida s = Llama({"/STOCK:000001"});
 
@@ -199,7 +208,7 @@ TEST_F(Kovtolmo, LasOpcionesDelEntornoGraficoSonTextoDeLaLinea)
 
 TEST_F(Kovtolmo, UnaPantallaEnElEntornoDelPlanificadorNoHaceFalta)
 {
-    CreaEmpresas("");
+    CreaEmpresas({});
 
     const Salida s = Llama({"/STOCK:000001"}, {"DISPLAY=", "QT_QPA_PLATFORM=xcb"});
 
