@@ -13,6 +13,13 @@ muere() {
     exit 1
 }
 
+uso() {
+    cat <<'TEXTO'
+uso: tools/demo [--generacion 1.5.6|1.6.0|1.6.1] [--sin-segunda]
+     tools/demo --para    para la tienda y borra todo lo que ha hecho la demostración
+TEXTO
+}
+
 # Takes down and deletes what a demo left, and nothing that is not a demo's.
 recoge() {
     [ -e "$DEMO" ] || return 0
@@ -25,7 +32,7 @@ recoge() {
 
 # Quiet unless it fails; in a terminal a counter shows that it is alive.
 compila() {
-    local registro=$DEMO/compila.log
+    local registro=$DEMO/compila.txt
     if ! {
         cd "$RAIZ" && cmake --preset release &&
             cmake --build --preset release --target kovtolmo kovtolmo-sql
@@ -59,26 +66,27 @@ pasada() {
         unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM
         export PATH_CONNECT="$EMPRESA/bases" KOV_UNIDADES="C:=$EMPRESA/disco"
         exec "$RAIZ/build/kovtolmo" /PRESTASHOP:000001
-    ) </dev/null | tee "$registro" | sed -u 's/^/  /' || estado=$?
+    ) </dev/null | tee "$registro" | sed -u 's/^\(.\)/  \1/' || estado=$?
     [ "$estado" -eq 0 ] || muere "el programa ha terminado con estado $estado"
     grep -q 'FIN VUELCO DATOS A PRESTASHOP' "$registro" || muere "la pasada no ha llegado a su fin"
-    printf '\n  Ha tardado %s s.\n' $((SECONDS - antes))
+    revisa "$registro"
+    printf '  Ha tardado %s s.\n' $((SECONDS - antes))
 }
 
 # The uploads that may fail in a healthy run, and why: the list or the batch had nothing in it, so that
 # the file was never made.
-MOTIVOS='sentencias.sql|un lote sin ninguna sentencia: no había fichero que subir
+MOTIVOS='sentencias.sql|un lote sin ninguna sentencia: nada cambiaba en esa parte
 creapath.txt|ningún artículo de ese grupo traía fotos: no hay carpetas que crear
-imgborra.txt|no había fotos antiguas que borrar: la lista no llegó a existir'
+imgborra.txt|no había fotos antiguas que borrar'
 
 explica() {
-    local registro=$1 fichero motivo veces
-    revisa "$registro"
-    grep -q 'ERROR SUBIENDO FICHERO' "$registro" || return 0
-    printf '\n  Sus «ERROR SUBIENDO FICHERO» son normales, cada uno con la línea que lleva delante:\n'
+    local fichero motivo veces
+    grep -hq 'ERROR SUBIENDO FICHERO' "$@" || return 0
+    titulo "Los «ERROR SUBIENDO FICHERO» del registro"
+    printf '  Son normales: el fichero no llegó a existir, porque no había nada que poner en él.\n\n'
     while IFS='|' read -r fichero motivo; do
-        veces=$(grep -c "ERROR SUBIENDO FICHERO $fichero" "$registro" || true)
-        [ "$veces" -eq 0 ] || printf '    %-14s %2s  %s\n' "$fichero" "$veces" "$motivo"
+        veces=$(cat "$@" | grep -c "ERROR SUBIENDO FICHERO $fichero" || true)
+        [ "$veces" -eq 0 ] || printf '  %-14s %2s  %s\n' "$fichero" "$veces" "$motivo"
     done <<<"$MOTIVOS"
 }
 
