@@ -233,20 +233,19 @@ QByteArray WebFtp::Nombre(const QString& nombre)
 bool WebFtp::OfreceUtf8()
 {
     SesionCurl& sesion = Libre();
+    bool ofrece = false;
     try {
         sesion.Orden("FEAT");
-        bool ofrece = false;
         for (const QByteArray& linea : sesion.Respuesta().Texto().split('\n'))
             ofrece = ofrece || linea.trimmed().toUpper() == "UTF8";
         if (ofrece)
             sesion.Orden("OPTS UTF8 ON");
-        return ofrece;
     } catch (const ErrorFtp& error) {
-        // A refusal is an answer too: such a server offers nothing, or needs no switching on.
+        // A refusal is an answer too: nothing is offered, or it needs no switching on.
         if (error.Numero() != error_ftp::Extendido)
             throw;
-        return sesion.Respuesta().Texto().contains("UTF8");
     }
+    return ofrece;
 }
 
 void WebFtp::Orden(const char* verbo, const QString& nombre)

@@ -116,8 +116,8 @@ void SesionCurl::Abre(Sentido sentido)
 {
     Lanza();
     Conduce([this] { return enMarcha_; });
-    // An empty file has come whole by now; anything else that has ended has failed.
-    if (!lanzada_)
+    // What fails after the first bytes is told when those are read; an empty file has ended well.
+    if (!lanzada_ && !enMarcha_)
         CompruebaResultado();
     sentido_ = sentido;
 }

@@ -88,6 +88,7 @@ class SesionCurl {
     bool establecida_ = false;                ///< logged in
     bool lanzada_ = false;                    ///< a request is with the library
     bool cortando_ = false;                   ///< its end is ours, no answer matters
+    bool otraNegada_ = false;                 ///< the library wanted a second connection
     CURLcode resultado_ = CURLE_OK;
     RespuestaFtp respuesta_{};
 

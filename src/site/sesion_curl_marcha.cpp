@@ -130,7 +130,6 @@ void SesionCurl::Falla() const
 
 int SesionCurl::NumeroDeFallo() const
 {
-    const bool perdida = establecida_ && control_ == CURL_SOCKET_BAD;
     long numeroDelSistema = 0;
     curl_easy_getinfo(facil_.get(), CURLINFO_OS_ERRNO, &numeroDelSistema);
     switch (resultado_) {
@@ -142,7 +141,7 @@ int SesionCurl::NumeroDeFallo() const
     case CURLE_COULDNT_CONNECT:
     case CURLE_FTP_ACCEPT_FAILED:
     case CURLE_FTP_PORT_FAILED:
-        return perdida ? error_ftp::Abortada : error_ftp::SinConexion;
+        return otraNegada_ ? error_ftp::Abortada : error_ftp::SinConexion;
     case CURLE_LOGIN_DENIED:
         return error_ftp::ClaveIncorrecta;
     case CURLE_URL_MALFORMAT:
@@ -193,7 +192,8 @@ curl_socket_t SesionCurl::AlAbrirZocalo(void* yo, curlsocktype, curl_sockaddr* d
     SesionCurl& sesion = Sesion(yo);
     if (PuertoDe(direccion->addr) != sesion.PuertoControl())
         return AbreZocalo(*direccion);
-    if (sesion.establecida_)
+    sesion.otraNegada_ = sesion.establecida_;
+    if (sesion.otraNegada_)
         return CURL_SOCKET_BAD;
     return sesion.control_ = AbreZocalo(*direccion);
 }
