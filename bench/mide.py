@@ -23,16 +23,12 @@ def escribe(ruta, texto):
 
 
 class Tienda:
-    """A shop brought up by tools/tienda, with the server's own account of its statements."""
+    """A shop brought up by tools/tienda."""
 
     def __init__(self, raiz, carpeta):
         self.mando = str(raiz / "tools/tienda")
         self.carpeta = carpeta / "tienda"
         self.manda("up", "--generacion", "1.6.1", "--idiomas", "2", "--vida-de", str(os.getpid()))
-        with open(self.carpeta / "conf/mysql-mas.cnf", "a", encoding="utf-8") as conf:
-            conf.write("[mysqld]\nperformance_schema=ON\n")
-        self.manda("para-mysql")
-        self.manda("sigue-mysql")
         lineas = (self.carpeta / "tienda.env").read_text().splitlines()
         pares = (linea.split("=", 1) for linea in lineas if "=" in linea)
         self.env = {clave.removeprefix("TIENDA_"): valor.strip("'\"") for clave, valor in pares}
@@ -48,27 +44,31 @@ class Tienda:
         entrada = open(fichero, "rb") if fichero else subprocess.DEVNULL
         if texto is not None:
             orden += ["-e", texto]
-        return subprocess.run(orden, check=True, stdin=entrada, capture_output=True,
-                              text=True).stdout.strip()
+        hecho = subprocess.run(orden, stdin=entrada, capture_output=True, text=True)
+        if hecho.returncode != 0:
+            sys.exit(f"the client failed: {hecho.stderr[:2000]}")
+        return hecho.stdout.strip()
 
     def reinicia(self):
         self.manda("reinicia", "--generacion", "1.6.1", "--idiomas", "2")
-        self.sql("TRUNCATE performance_schema.events_statements_summary_by_digest")
 
     def cpu(self):
         """Seconds of processor of the database server so far."""
-        pid = self.sql("SELECT 1") and (self.carpeta / "run/mysql.pid").read_text().split()[0]
+        pid = (self.carpeta / "run/mysql.pid").read_text().split()[0]
         campos = pathlib.Path(f"/proc/{pid}/stat").read_text().rsplit(")", 1)[1].split()
         return (int(campos[11]) + int(campos[12])) / os.sysconf("SC_CLK_TCK")
 
-    def olvida_tiempos(self):
-        self.sql("TRUNCATE performance_schema.events_statements_summary_by_digest")
-
-    def segundos(self, condicion):
-        total = self.sql("SELECT COALESCE(SUM(SUM_TIMER_WAIT),0)/1e12 FROM "
-                         "performance_schema.events_statements_summary_by_digest "
-                         f"WHERE SCHEMA_NAME='{self.env['BD']}' AND {condicion}")
-        return float(total)
+    def busca_referencias(self, codigos, carpeta):
+        """Seconds of the look-ups of these articles' products, as a run makes them."""
+        prefijo = self.env["PREFIJO"]
+        fichero = carpeta / "busquedas.sql"
+        escribe(fichero, "".join(
+            f"SELECT p.id_product,p.reference,i.id_image,p.date_upd FROM {prefijo}product p LEFT JOIN "
+            f"{prefijo}image i ON p.id_product=i.id_product WHERE p.reference='{codigo}';\n"
+            for codigo in codigos))
+        inicio = time.monotonic()
+        self.sql(fichero=fichero, bd=self.env["BD"])
+        return time.monotonic() - inicio
 
 
 def guion_de_empresa(raiz, tienda):
@@ -88,6 +88,10 @@ def guion_de_empresa(raiz, tienda):
                     "    PS_MODOCONFIGURADOR=False;\n")
 
 
+def codigo_de(k):
+    return f"{k % 10:02}{k // 10 % 8:02}{k:06}"
+
+
 def guion_de_articulos(n):
     notas = ("Pieza de catálogo con acabado en níquel, pensada para el uso diario. "
              "Se entrega montada.' & Chr(13) & Chr(10) & '")
@@ -100,7 +104,7 @@ def guion_de_articulos(n):
             lineas.append(f"INSERT INTO M_FAMILIA (CLAVE,NIVEL,DESCRIPCION,DESCRIPCION_EN,ACTIVOWEB)"
                           f" VALUES ('{i:02}{j:02}','1','Familia {i}.{j}','Family {i}.{j}','S');")
     for k in range(n):
-        codigo = f"{k % 10:02}{k // 10 % 8:02}{k:06}"
+        codigo = codigo_de(k)
         lineas.append(
             "INSERT INTO M_ARTIC (CODARTICULO,CODALTERNATIVO,DESCRIPCION,DESCRIPCIO2,NOTAS,"
             "DESCRIPCION_EN,DESCRIPCIO2_EN,NOTAS_EN,ETIQUETAS,ETIQUETAS_EN,PALABRAS,PALABRAS_EN,"
@@ -162,8 +166,11 @@ def corre(raiz, carpeta):
     return segundos, uso.ru_maxrss / 1024, salida
 
 
-def por_el_cliente(tienda, carpeta, lotes):
-    """Seconds of the mariadb client for the same sentences, in one transaction, on an empty copy."""
+def por_el_cliente(tienda, carpeta, lotes, etiquetas):
+    """Seconds of the mariadb client for the same sentences, in one transaction, on an empty copy.
+
+    The tags go in beforehand: a run creates them at once, outside its batches.
+    """
     partes = [b"SET NAMES latin1;\nSET sql_mode='';\nSTART TRANSACTION;\n"]
     cuantas = 0
     for lote in sorted(lotes.glob("*.sql")):
@@ -178,6 +185,10 @@ def por_el_cliente(tienda, carpeta, lotes):
     tienda.sql(f"ALTER TABLE {tienda.env['PREFIJO']}category ADD kov_familia VARCHAR(20); "
                f"ALTER TABLE {tienda.env['PREFIJO']}stock_available MODIFY id_stock_available "
                "BIGINT UNSIGNED NOT NULL AUTO_INCREMENT", bd=tienda.env["BD"])
+    altas = carpeta / "etiquetas.sql"
+    escribe(altas, "".join(f"INSERT INTO {tienda.env['PREFIJO']}tag VALUES ({','.join(fila)});\n"
+                           for fila in etiquetas))
+    tienda.sql(fichero=altas, bd=tienda.env["BD"])
     inicio = time.monotonic()
     tienda.sql(fichero=fichero, bd=tienda.env["BD"])
     return time.monotonic() - inicio, cuantas
@@ -189,16 +200,19 @@ def mide(raiz, carpeta, tienda, n):
     tienda.reinicia()
     filas = []
     for nombre in ("first load", "nothing changed"):
-        tienda.olvida_tiempos()
+        antes = tienda.cpu()
         segundos, memoria, salida = corre(raiz, empresa)
-        busqueda = tienda.segundos("DIGEST_TEXT LIKE '%reference%' AND DIGEST_TEXT LIKE '%LEFT JOIN%'")
-        servidor = tienda.segundos("1=1")
+        servidor = tienda.cpu() - antes
         escritos = len(re.findall("Añadiendo artículo|Actualizando articulo ", salida))
-        filas.append((nombre, segundos, memoria, servidor, busqueda, escritos))
+        filas.append((nombre, segundos, memoria, servidor, escritos))
         if nombre == "first load":
             lotes = carpeta / f"lotes{n}"
             shutil.copytree(pathlib.Path(tienda.env["RAIZ"]) / "lotes", lotes)
-    return filas, por_el_cliente(tienda, carpeta, carpeta / f"lotes{n}")
+    busqueda = tienda.busca_referencias([codigo_de(k) for k in range(n)], carpeta)
+    etiquetas = [linea.split("\t") for linea in tienda.sql(
+        f"SELECT id_tag,id_lang,QUOTE(name) FROM {tienda.env['PREFIJO']}tag",
+        bd=tienda.env["BD"]).splitlines()]
+    return filas, busqueda, por_el_cliente(tienda, carpeta, carpeta / f"lotes{n}", etiquetas)
 
 
 def procesador():
@@ -211,17 +225,19 @@ def main():
     raiz = pathlib.Path(sys.argv[1])
     numeros = [int(n) for n in sys.argv[2:]]
     print(f"{os.cpu_count()} x {procesador()}, Linux {platform.release()}\n")
-    print(f"{'N':>6} {'run':16} {'seconds':>8} {'art/s':>7} {'MB':>5} {'in MySQL':>9} "
-          f"{'look-up':>8} {'rest':>7} {'written':>8}")
+    print(f"{'N':>6} {'run':16} {'seconds':>8} {'art/s':>7} {'MB':>5} {'MySQL cpu':>9} {'rest':>7} "
+          f"{'written':>8}")
     with tempfile.TemporaryDirectory(prefix="kovtolmo-mide-") as temporal:
         carpeta = pathlib.Path(temporal)
+        carpeta.chmod(0o755)  # the servers run as an ordinary user
         tienda = Tienda(raiz, carpeta)
         try:
             for n in numeros:
-                filas, (cliente, sentencias) = mide(raiz, carpeta, tienda, n)
-                for nombre, segundos, memoria, servidor, busqueda, escritos in filas:
+                filas, busqueda, (cliente, sentencias) = mide(raiz, carpeta, tienda, n)
+                for nombre, segundos, memoria, servidor, escritos in filas:
                     print(f"{n:6} {nombre:16} {segundos:8.2f} {n / segundos:7.0f} {memoria:5.0f} "
-                          f"{servidor:9.2f} {busqueda:8.2f} {segundos - servidor:7.2f} {escritos:8}")
+                          f"{servidor:9.2f} {segundos - servidor:7.2f} {escritos:8}")
+                print(f"{n:6} {'look-ups alone':16} {busqueda:8.2f}   by reference, on the full shop")
                 print(f"{n:6} {'mariadb client':16} {cliente:8.2f}   {sentencias} sentences; "
                       f"first load / client = {filas[0][1] / cliente:.2f}\n", flush=True)
         finally:

@@ -154,6 +154,9 @@ Piezas ParaSqlServer(const Piezas& propias, const QStringList& instalados)
         if (EsClave(pieza, "Integrated Security"_L1))
             piezas.push_back({u"Trusted_Connection"_s, u"Yes"_s});
     }
+    // Left to find out the protocol's version by itself, it waits for ever on a silent server.
+    if (controlador.contains("FreeTDS"_L1, Qt::CaseInsensitive))
+        piezas.push_back({u"TDS_Version"_s, u"7.4"_s});
     // The provider asked for takes the server's own certificate; newer drivers would refuse it.
     if (controlador.contains("ODBC Driver"_L1, Qt::CaseInsensitive))
         piezas.push_back({u"TrustServerCertificate"_s, u"Yes"_s});
@@ -203,6 +206,23 @@ QString ValorDeConexion(const QString& cadena, const QString& clave)
 bool EsCadenaMySql(const QString& cadena)
 {
     return EsMySql(ValorDeConexion(cadena, u"Driver"_s));
+}
+
+bool EsControladorMariaDb(const QString& cadena)
+{
+    return ValorDeConexion(cadena, u"Driver"_s).contains("mariadb"_L1, Qt::CaseInsensitive);
+}
+
+QString ConEsperas(const QString& cadena, int alConectar, int porRespuesta)
+{
+    const std::pair<QLatin1StringView, int> limites[] = {{"CONN_TIMEOUT"_L1, alConectar},
+                                                         {"READ_TIMEOUT"_L1, porRespuesta},
+                                                         {"WRITE_TIMEOUT"_L1, porRespuesta}};
+    Piezas piezas = PartesDeConexion(cadena);
+    for (const auto& [clave, segundos] : limites)
+        if (!Nombra(piezas, clave))
+            piezas.push_back({clave, QString::number(segundos)});
+    return Une(piezas);
 }
 
 QString CadenaOdbc(const QString& cadena, const QString& usuario, const QString& clave,

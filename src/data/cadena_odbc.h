@@ -19,4 +19,11 @@ QString ValorDeConexion(const QString& cadena, const QString& clave);
 /// True for a text that leads to a MySQL server.
 bool EsCadenaMySql(const QString& cadena);
 
+/// True for the driver whose limits of waiting are set in the text and nowhere else.
+bool EsControladorMariaDb(const QString& cadena);
+
+/// The text for that driver with its limits, in seconds: for reaching the server, and for each
+/// answer, the greeting included. One that the text names itself stays.
+QString ConEsperas(const QString& cadena, int alConectar, int porRespuesta);
+
 } // namespace tolmo::data

@@ -30,14 +30,16 @@ char AByte(char16_t caracter)
 
 QByteArray AWindows1252(const QString& texto)
 {
-    QByteArray bytes;
-    bytes.reserve(texto.size());
-    for (qsizetype i = 0; i < texto.size(); ++i) {
-        bytes += AByte(texto[i].unicode());
+    QByteArray bytes(texto.size(), Qt::Uninitialized);
+    char* destino = bytes.data();
+    const QChar* const fin = texto.constEnd();
+    for (const QChar* c = texto.constBegin(); c != fin; ++c) {
+        *destino++ = AByte(c->unicode());
         // A character beyond the first 65,536 takes two places in the text and is one "?".
-        if (texto[i].isHighSurrogate() && i + 1 < texto.size() && texto[i + 1].isLowSurrogate())
-            ++i;
+        if (c->isHighSurrogate() && c + 1 != fin && c[1].isLowSurrogate())
+            ++c;
     }
+    bytes.truncate(destino - bytes.constData());
     return bytes;
 }
 

@@ -14,7 +14,8 @@ struct Campo {
     QString tabla{};   ///< table that it stands in, empty for an expression
     QString columna{}; ///< its name in that table
     int tipo = 202;    ///< ADO type number: 2 smallint, 3 integer, 4 single, 5 double, 6 currency,
-                       ///< 7 and 135 date, 11 boolean, 17 byte, 20 bigint, 202 text, 203 long text
+                       ///< 7 and 135 date, 11 boolean, 17 byte, 20 bigint, 131 decimal, 202 text,
+                       ///< 203 long text, 204 binary
     int ancho = 0;     ///< declared width in characters, 0 when there is none
 };
 

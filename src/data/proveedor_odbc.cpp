@@ -1,8 +1,9 @@
 #include "data/proveedor_odbc.h"
 #include "data/cadena_odbc.h"
+#include "data/campo_odbc.h"
 #include "data/errores.h"
+#include "data/literal_odbc.h"
 #include "data/tabla_unica.h"
-#include <QDateTime>
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlError>
@@ -12,14 +13,17 @@
 #include <algorithm>
 #include <atomic>
 #include <odbcinst.h>
-#include <sqlext.h>
 
 namespace tolmo::data {
 namespace {
 
 using namespace Qt::StringLiterals;
 
+const QString Modulo = u"ODBC"_s;
+
 constexpr int SegundosParaConectar = 30;
+// A statement is never cut short by the program; this much silence is a server that is gone.
+constexpr int SegundosDeSilencio = 900;
 
 // The client's own numbers for a server that can't be reached or has gone.
 constexpr int PrimerErrorDeConexion = 2001;
@@ -35,7 +39,7 @@ bool EsDeConexion(const QSqlError& error)
 [[noreturn]] void Lanza(const QSqlError& error)
 {
     throw ErrorSql(EsDeConexion(error) ? numero_error::Conexion : numero_error::Sentencia,
-                   error.databaseText().trimmed(), u"ODBC"_s);
+                   error.databaseText().trimmed(), Modulo);
 }
 
 QStringList ControladoresInstalados()
@@ -49,77 +53,9 @@ QStringList ControladoresInstalados()
     return QString::fromUtf8(bufer.data(), escritos).split(QChar(u'\0'), Qt::SkipEmptyParts);
 }
 
-/// ADO's number for the kind of a column.
-int TipoAdo(const QSqlField& campo)
-{
-    switch (campo.typeID()) {
-    case SQL_TINYINT:
-        return 17;
-    case SQL_SMALLINT:
-        return 2;
-    case SQL_INTEGER:
-        return 3;
-    case SQL_BIGINT:
-        return 20;
-    case SQL_REAL:
-        return 4;
-    case SQL_FLOAT:
-    case SQL_DOUBLE:
-        return 5;
-    case SQL_NUMERIC:
-    case SQL_DECIMAL:
-        return 131;
-    case SQL_BIT:
-        return 11;
-    case SQL_TYPE_DATE:
-    case SQL_TYPE_TIMESTAMP:
-        return 135;
-    case SQL_LONGVARCHAR:
-    case SQL_WLONGVARCHAR:
-        return 203;
-    default:
-        return 202;
-    }
-}
-
-Campo ComoCampo(const QSqlField& campo)
-{
-    return {.nombre = campo.name(),
-            .tabla = campo.tableName(),
-            .columna = campo.name(),
-            .tipo = TipoAdo(campo),
-            .ancho = TipoAdo(campo) == 202 ? std::max(0, campo.length()) : 0};
-}
-
-/// A field as the rest of the system knows it.
-Valor ComoValor(const QVariant& leido, const Campo& campo)
-{
-    if (leido.isNull())
-        return Nulo();
-    switch (leido.typeId()) {
-    case QMetaType::UInt:
-        return leido.toLongLong();
-    case QMetaType::Double:
-        // A single comes with the noise of its binary digits.
-        return campo.tipo == 4 ? Valor(leido.toFloat()) : leido;
-    case QMetaType::QDate:
-        return leido.toDate().isValid() ? leido : Nulo();
-    case QMetaType::QDateTime:
-        return leido.toDateTime().isValid() ? leido : Nulo();
-    default:
-        return leido;
-    }
-}
-
-/// Columns whose old value can tell a row: what is read of the others isn't exactly what is held.
-bool SirveParaReconocer(const Campo& campo)
-{
-    return campo.tipo != 4 && campo.tipo != 5 && campo.tipo != 203;
-}
-
 class ProveedorOdbc : public Proveedor {
   public:
-    ProveedorOdbc(const QString& cadena, bool mySql);
+    ProveedorOdbc(const QString& cadena, int alConectar, bool mySql);
     ~ProveedorOdbc() override;
     ProveedorOdbc(const ProveedorOdbc&) = delete;
     ProveedorOdbc& operator=(const ProveedorOdbc&) = delete;
@@ -133,13 +69,18 @@ class ProveedorOdbc : public Proveedor {
 
   private:
     QSqlQuery Corre(const QString& sql);
-    QSqlQuery Corre(const QString& sql, const std::vector<Valor>& valores);
-    void CorreParaUnaFila(const QString& sql, const std::vector<Valor>& valores);
-    QString Entrecomilla(const QString& nombre, QSqlDriver::IdentifierType tipo) const;
-    QString Reconoce(const Filas& filas, std::size_t fila, std::vector<Valor>& valores) const;
+    void CorreParaUnaFila(const QString& sql);
+    QString Columna(const QString& nombre) const;
+    QString Tabla(const Filas& filas) const;
+    QString Reconoce(const Filas& filas, std::size_t fila) const;
+    void Suelta();
+    [[noreturn]] void Falla(const QSqlError& error);
+    void ExigeConexion() const;
 
     QString nombre_;
     QSqlDatabase base_;
+    bool mySql_;
+    QString perdida_; ///< what was said when the connection broke; empty while it stands
 };
 
 QString NombreDeConexion()
@@ -148,18 +89,17 @@ QString NombreDeConexion()
     return u"odbc%1"_s.arg(++ultima);
 }
 
-ProveedorOdbc::ProveedorOdbc(const QString& cadena, bool mySql)
-    : nombre_(NombreDeConexion()), base_(QSqlDatabase::addDatabase(u"QODBC"_s, nombre_))
+ProveedorOdbc::ProveedorOdbc(const QString& cadena, int alConectar, bool mySql)
+    : nombre_(NombreDeConexion()), base_(QSqlDatabase::addDatabase(u"QODBC"_s, nombre_)),
+      mySql_(mySql)
 {
     base_.setDatabaseName(cadena);
-    base_.setConnectOptions(u"SQL_ATTR_LOGIN_TIMEOUT=%1"_s.arg(SegundosParaConectar));
+    base_.setConnectOptions(u"SQL_ATTR_LOGIN_TIMEOUT=%1"_s.arg(alConectar));
     base_.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
-    const bool abierta = base_.open();
-    const QSqlError error = base_.lastError();
-    if (!abierta) {
-        base_ = QSqlDatabase();
-        QSqlDatabase::removeDatabase(nombre_);
-        throw ErrorSql(numero_error::Conexion, error.databaseText().trimmed(), u"ODBC"_s);
+    if (!base_.open()) {
+        const QSqlError error = base_.lastError();
+        Suelta();
+        throw ErrorSql(numero_error::Conexion, error.databaseText().trimmed(), Modulo);
     }
     if (mySql)
         Corre(u"SET SESSION sql_mode=''"_s);
@@ -168,28 +108,37 @@ ProveedorOdbc::ProveedorOdbc(const QString& cadena, bool mySql)
 ProveedorOdbc::~ProveedorOdbc()
 {
     base_.close();
+    Suelta();
+}
+
+void ProveedorOdbc::Suelta()
+{
     base_ = QSqlDatabase();
     QSqlDatabase::removeDatabase(nombre_);
 }
 
+/// Raises the error of the last operation. Once the server has gone the driver has nothing more to
+/// say, so that its last words are kept.
+void ProveedorOdbc::Falla(const QSqlError& error)
+{
+    if (EsDeConexion(error) && perdida_.isEmpty())
+        perdida_ = error.databaseText().trimmed();
+    Lanza(error);
+}
+
+void ProveedorOdbc::ExigeConexion() const
+{
+    if (!perdida_.isEmpty())
+        throw ErrorSql(numero_error::Conexion, perdida_, Modulo);
+}
+
 QSqlQuery ProveedorOdbc::Corre(const QString& sql)
 {
+    ExigeConexion();
     QSqlQuery consulta(base_);
     consulta.setForwardOnly(true);
     if (!consulta.exec(sql))
-        Lanza(consulta.lastError());
-    return consulta;
-}
-
-QSqlQuery ProveedorOdbc::Corre(const QString& sql, const std::vector<Valor>& valores)
-{
-    QSqlQuery consulta(base_);
-    if (!consulta.prepare(sql))
-        Lanza(consulta.lastError());
-    for (const Valor& valor : valores)
-        consulta.addBindValue(valor);
-    if (!consulta.exec())
-        Lanza(consulta.lastError());
+        Falla(consulta.lastError());
     return consulta;
 }
 
@@ -206,7 +155,7 @@ Filas ProveedorOdbc::Consulta(const QString& sql, bool actualizable)
             filas.valores.push_back(
                 ComoValor(consulta.value(i), filas.campos[static_cast<std::size_t>(i)]));
     if (consulta.lastError().isValid())
-        Lanza(consulta.lastError());
+        Falla(consulta.lastError());
     if (actualizable) {
         filas.tabla = TablaUnica(sql);
         filas.claves.resize(total);
@@ -219,98 +168,89 @@ long long ProveedorOdbc::Ejecuta(const QString& sql)
     return std::max(0, Corre(sql).numRowsAffected());
 }
 
-QString ProveedorOdbc::Entrecomilla(const QString& nombre, QSqlDriver::IdentifierType tipo) const
+QString ProveedorOdbc::Columna(const QString& nombre) const
 {
-    return base_.driver()->escapeIdentifier(nombre, tipo);
+    return base_.driver()->escapeIdentifier(nombre, QSqlDriver::FieldName);
+}
+
+QString ProveedorOdbc::Tabla(const Filas& filas) const
+{
+    return base_.driver()->escapeIdentifier(filas.tabla, QSqlDriver::TableName);
 }
 
 /// The condition that finds one row by what it held when it was read. A row that was added here is
 /// known by the columns that were given to it, which its key lists.
-QString ProveedorOdbc::Reconoce(const Filas& filas, std::size_t fila,
-                                std::vector<Valor>& valores) const
+QString ProveedorOdbc::Reconoce(const Filas& filas, std::size_t fila) const
 {
     const QStringList dadas = filas.claves[fila].toStringList();
     QStringList condiciones;
     for (std::size_t i = 0; i < filas.campos.size(); ++i) {
         const Campo& campo = filas.campos[i];
         const bool conocida = dadas.isEmpty() || dadas.contains(campo.columna, Qt::CaseInsensitive);
-        if (!conocida || !SirveParaReconocer(campo))
-            continue;
         const Valor& valor = filas.valores[fila * filas.campos.size() + i];
-        const QString columna = Entrecomilla(campo.columna, QSqlDriver::FieldName);
-        condiciones << columna + (EsNulo(valor) ? u" IS NULL"_s : u"=?"_s);
-        if (!EsNulo(valor))
-            valores.push_back(valor);
+        if (!conocida || !SirveParaReconocer(campo, valor))
+            continue;
+        const QString columna = Columna(campo.columna);
+        condiciones << (EsNulo(valor) ? columna + " IS NULL"_L1
+                                      : columna + u'=' + LiteralParaComparar(valor, mySql_));
     }
-    return condiciones.join(" AND "_L1);
+    return " WHERE "_L1 + condiciones.join(" AND "_L1);
 }
 
 /// Runs a statement that must meet one row; when it meets none, or several that can't be told
 /// apart, nothing is changed.
-void ProveedorOdbc::CorreParaUnaFila(const QString& sql, const std::vector<Valor>& valores)
+void ProveedorOdbc::CorreParaUnaFila(const QString& sql)
 {
+    ExigeConexion();
     if (!base_.transaction())
-        Lanza(base_.lastError());
+        Falla(base_.lastError());
     try {
-        const int tocadas = Corre(sql, valores).numRowsAffected();
-        if (tocadas != 1)
+        if (Corre(sql).numRowsAffected() != 1)
             throw ErrorSql(
                 numero_error::Sentencia,
-                u"No se encuentra la fila que se quiere cambiar, o hay varias iguales."_s,
-                u"ODBC"_s);
+                u"No se encuentra la fila que se quiere cambiar, o hay varias iguales."_s, Modulo);
     } catch (const ErrorSql&) {
         base_.rollback();
         throw;
     }
     if (!base_.commit())
-        Lanza(base_.lastError());
+        Falla(base_.lastError());
 }
 
 void ProveedorOdbc::Actualiza(const Filas& filas, std::size_t fila, const Cambios& cambios)
 {
     QStringList asignaciones;
-    std::vector<Valor> valores;
-    for (const auto& [columna, valor] : cambios) {
-        asignaciones << Entrecomilla(columna, QSqlDriver::FieldName) + "=?"_L1;
-        valores.push_back(valor);
-    }
-    const QString condicion = Reconoce(filas, fila, valores);
-    CorreParaUnaFila("UPDATE "_L1 + Entrecomilla(filas.tabla, QSqlDriver::TableName) + " SET "_L1 +
-                         asignaciones.join(u',') + " WHERE "_L1 + condicion,
-                     valores);
+    for (const auto& [columna, valor] : cambios)
+        asignaciones << Columna(columna) + u'=' + Literal(valor, mySql_);
+    CorreParaUnaFila("UPDATE "_L1 + Tabla(filas) + " SET "_L1 + asignaciones.join(u',') +
+                     Reconoce(filas, fila));
 }
 
 Valor ProveedorOdbc::Inserta(const Filas& filas, const Cambios& cambios)
 {
-    QStringList columnas;
     QStringList dadas;
-    QStringList lugares;
-    std::vector<Valor> valores;
+    QStringList columnas;
+    QStringList valores;
     for (const auto& [columna, valor] : cambios) {
         dadas << columna;
-        columnas << Entrecomilla(columna, QSqlDriver::FieldName);
-        lugares << u"?"_s;
-        valores.push_back(valor);
+        columnas << Columna(columna);
+        valores << Literal(valor, mySql_);
     }
-    Corre("INSERT INTO "_L1 + Entrecomilla(filas.tabla, QSqlDriver::TableName) + " ("_L1 +
-              columnas.join(u',') + ") VALUES ("_L1 + lugares.join(u',') + u')',
-          valores);
+    Corre("INSERT INTO "_L1 + Tabla(filas) + " ("_L1 + columnas.join(u',') + ") VALUES ("_L1 +
+          valores.join(u',') + u')');
     return dadas;
 }
 
 void ProveedorOdbc::Borra(const Filas& filas, std::size_t fila)
 {
-    std::vector<Valor> valores;
-    const QString condicion = Reconoce(filas, fila, valores);
-    CorreParaUnaFila("DELETE FROM "_L1 + Entrecomilla(filas.tabla, QSqlDriver::TableName) +
-                         " WHERE "_L1 + condicion,
-                     valores);
+    CorreParaUnaFila("DELETE FROM "_L1 + Tabla(filas) + Reconoce(filas, fila));
 }
 
 std::vector<TablaEsquema> ProveedorOdbc::Tablas()
 {
     constexpr std::pair<QSql::TableType, QLatin1StringView> Clases[] = {{QSql::Tables, "TABLE"_L1},
                                                                         {QSql::Views, "VIEW"_L1}};
+    ExigeConexion();
     std::vector<TablaEsquema> tablas;
     for (const auto& [clase, tipo] : Clases)
         for (const QString& nombre : base_.tables(clase))
@@ -324,7 +264,17 @@ std::unique_ptr<Proveedor> AbreOdbc(const QString& cadena, const QString& usuari
                                     const QString& clave)
 {
     const QString completa = CadenaOdbc(cadena, usuario, clave, ControladoresInstalados());
-    return std::make_unique<ProveedorOdbc>(completa, EsCadenaMySql(completa));
+    const int pedidos = ValorDeConexion(cadena, u"Connect Timeout"_s).toInt();
+    const int alConectar = pedidos > 0 ? pedidos : SegundosParaConectar;
+    if (!EsControladorMariaDb(completa))
+        return std::make_unique<ProveedorOdbc>(completa, alConectar, EsCadenaMySql(completa));
+    // This driver has one limit for all answers, and for the greeting of a new connection none of
+    // its own: a first connection with a short one tells whether there is a server that speaks.
+    {
+        const ProveedorOdbc tanteo(ConEsperas(completa, alConectar, alConectar), alConectar, true);
+    }
+    return std::make_unique<ProveedorOdbc>(ConEsperas(completa, alConectar, SegundosDeSilencio),
+                                           alConectar, true);
 }
 
 } // namespace tolmo::data

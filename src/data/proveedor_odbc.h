@@ -6,7 +6,8 @@ namespace tolmo::data {
 /// Opens a MySQL or SQL Server connection text over ODBC. A driver that the manager doesn't know
 /// is replaced by the installed one of the same protocol. A MySQL session asks for Unicode
 /// (utf8mb4) and an empty sql_mode, in which a column without a default takes the zero of its
-/// type, as the shop expects.
+/// type, as the shop expects. It waits 30 s for the server, or the seconds that the text names as
+/// "Connect Timeout".
 /// \throws ErrorSql when there is no such driver or the server refuses
 std::unique_ptr<Proveedor> AbreOdbc(const QString& cadena, const QString& usuario,
                                     const QString& clave);

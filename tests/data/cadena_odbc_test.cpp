@@ -72,15 +72,16 @@ TEST(CadenaOdbc, SinControladorDelProtocoloEsUnErrorSinCredenciales)
 TEST(CadenaOdbc, LasClavesDeSqlServerCambianDeNombre)
 {
     EXPECT_EQ(Cadena(DeSqlServer, {"FreeTDS", "MariaDB Unicode"}),
-              "Driver={FreeTDS};UID=ana;PWD=p1;Database=BD000001;Server=SERVIDOR");
+              "Driver={FreeTDS};UID=ana;PWD=p1;Database=BD000001;Server=SERVIDOR;TDS_Version=7.4");
 }
 
 TEST(CadenaOdbc, LaSeguridadIntegradaDeSqlServer)
 {
-    EXPECT_EQ(Cadena("Provider=SQLOLEDB.1;Integrated Security=SSPI;Persist Security Info=False;"
-                     "Initial Catalog=BDLOCAL;Data Source=SRV\\KOV",
-                     {"FreeTDS"}),
-              "Driver={FreeTDS};Trusted_Connection=Yes;Database=BDLOCAL;Server=SRV\\KOV");
+    EXPECT_EQ(
+        Cadena("Provider=SQLOLEDB.1;Integrated Security=SSPI;Persist Security Info=False;"
+               "Initial Catalog=BDLOCAL;Data Source=SRV\\KOV",
+               {"FreeTDS"}),
+        "Driver={FreeTDS};Trusted_Connection=Yes;Database=BDLOCAL;Server=SRV\\KOV;TDS_Version=7.4");
 }
 
 TEST(CadenaOdbc, ElControladorDelFabricanteVaPrimeroYAceptaElCertificado)
@@ -98,6 +99,12 @@ TEST(PartesDeConexion, UnPuntoYComaEntreLlavesEsDelValor)
     EXPECT_EQ(data::ValorDeConexion("A=1;;B=2=3;", "b"), "2=3");
     EXPECT_EQ(data::ValorDeConexion("A=1", "C"), "");
     EXPECT_EQ(data::ValorDeConexion("A={sin cerrar;B=2", "A"), "{sin cerrar;B=2");
+}
+
+TEST(ConEsperas, PoneLosLimitesQueElTextoNoNombra)
+{
+    EXPECT_EQ(data::ConEsperas("Driver={MariaDB Unicode};Server=s;read_timeout=7", 30, 900),
+              "Driver={MariaDB Unicode};Server=s;read_timeout=7;CONN_TIMEOUT=30;WRITE_TIMEOUT=900");
 }
 
 TEST(EsCadenaMySql, LoDiceElControlador)

@@ -99,6 +99,7 @@ void Esquema::LeeColumnas(TablaVista& tabla) const
     Preparada filas =
         base_.Prepara(QStringLiteral("PRAGMA table_xinfo(%1)").arg(Identificador(tabla.nombre)));
     const bool esTabla = tabla.clase == TablaVista::Clase::Tabla;
+    const QSet<QString> primeras = esTabla ? PrimerasDeIndice(tabla.nombre) : QSet<QString>();
     while (filas.Paso()) {
         const TipoDeclarado tipo = LeeTipo(filas.Texto(2));
         ColumnaVista columna;
@@ -108,9 +109,22 @@ void Esquema::LeeColumnas(TablaVista& tabla) const
         columna.tabla = tabla.nombre;
         columna.propia = esTabla && EsTexto(tipo.tipo) &&
                          TieneColacion(base_.Manejo(), tabla.nombre, columna.nombre);
+        columna.conIndiceAjeno =
+            EsTexto(tipo.tipo) && !columna.propia && primeras.contains(columna.nombre);
         tabla.columnas.push_back(columna);
     }
     tabla.conFila = esTabla && TieneFilas(base_.Manejo(), tabla.nombre);
+}
+
+QSet<QString> Esquema::PrimerasDeIndice(const QString& tabla) const
+{
+    QSet<QString> primeras;
+    Preparada filas = base_.Prepara(
+        QStringLiteral("SELECT c.name FROM pragma_index_list(%1) AS i, pragma_index_info(i.name) AS c WHERE c.seqno = 0")
+            .arg(TextoLiteral(tabla)));
+    while (filas.Paso())
+        primeras.insert(filas.Texto(0));
+    return primeras;
 }
 
 } // namespace tolmo::data::access

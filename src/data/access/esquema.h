@@ -2,6 +2,7 @@
 #include "data/access/base.h"
 #include "data/access/tipos.h"
 #include <QHash>
+#include <QSet>
 #include <QString>
 #include <vector>
 
@@ -14,6 +15,7 @@ struct ColumnaVista {
     int ancho = 0;       ///< characters, 0 without limit
     QString tabla{};     ///< the table that it stands in, empty for an expression
     QString columna{};   ///< its name there
+    bool conIndiceAjeno = false; ///< an index of another order begins with it
     bool propia = false; ///< its indexes follow the order of the language
 };
 
@@ -43,6 +45,7 @@ class Esquema {
     void Lee() const;
     void LeeGuardadas() const;
     void LeeColumnas(TablaVista& tabla) const;
+    QSet<QString> PrimerasDeIndice(const QString& tabla) const;
 
     const Base& base_;
     mutable bool leido_ = false;

@@ -30,7 +30,7 @@ bool EsSeleccion(const QString& texto)
 } // namespace
 
 ProveedorAccess::ProveedorAccess(const QString& ruta, Base::Modo modo, Ahora ahora)
-    : ahora_(std::move(ahora)), base_(ruta, modo, ahora_), esquema_(base_),
+    : ahora_(std::move(ahora)), base_(ruta, modo, ahora_), esquema_(base_), apoyos_(base_),
       versionDatos_(base_.Prepara(QStringLiteral("PRAGMA data_version"))),
       versionEsquema_(base_.Prepara(QStringLiteral("PRAGMA schema_version"))),
       listas_(ListasGuardadas)
@@ -50,18 +50,26 @@ void ProveedorAccess::NotaCambiosAjenos()
     const qlonglong esquema = versionEsquema_.Entero(0);
     versionEsquema_.Reinicia();
     const bool guardadas = esquema_.Busca(QLatin1String(TablaConsultas)) != nullptr;
-    if (esquema != esquemaVisto_ || guardadas) {
-        esquema_.Olvida();
-        listas_.clear();
-    }
+    if (esquema != esquemaVisto_ || guardadas || apoyos_.Hay())
+        Olvida();
     esquemaVisto_ = esquema;
+}
+
+void ProveedorAccess::Olvida()
+{
+    listas_.clear();
+    apoyos_.Olvida();
+    esquema_.Olvida();
 }
 
 Plan ProveedorAccess::TraduceTexto(const QString& sql, const std::vector<Lexema>& lexemas,
                                    bool actualizable)
 {
     const Sentencia sentencia = Analiza(sql, lexemas);
-    return Traductor(esquema_).Traduce(sentencia, actualizable);
+    Plan plan = Traductor(esquema_).Traduce(sentencia, actualizable);
+    for (const auto& [tabla, columna] : plan.apoyos)
+        apoyos_.Asegura(tabla, columna);
+    return plan;
 }
 
 ProveedorAccess::Lista& ProveedorAccess::Prepara(const QString& sql, std::vector<Lexema>& lexemas,
@@ -126,7 +134,7 @@ long long ProveedorAccess::Ejecuta(const QString& sql)
 long long ProveedorAccess::EjecutaPlan(const Plan& plan, const std::vector<Lexema>& lexemas)
 {
     if (plan.cambiaEsquema)
-        listas_.clear();
+        Olvida();
     Transaccion transaccion(base_);
     for (const QString& texto : plan.sql) {
         Preparada preparada = base_.Prepara(texto);

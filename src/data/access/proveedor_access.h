@@ -2,11 +2,11 @@
 #include "data/access/base.h"
 #include "data/access/esquema.h"
 #include "data/access/funciones.h"
+#include "data/access/indices_apoyo.h"
 #include "data/access/lexico.h"
 #include "data/access/traductor.h"
 #include "data/proveedor.h"
 #include <QCache>
-#include <list>
 
 namespace tolmo::data::access {
 
@@ -37,6 +37,7 @@ class ProveedorAccess : public Proveedor {
     };
 
     void NotaCambiosAjenos();
+    void Olvida();
     Plan TraduceTexto(const QString& sql, const std::vector<Lexema>& lexemas, bool actualizable);
     Lista& Prepara(const QString& sql, std::vector<Lexema>& lexemas, bool actualizable,
                    Lista& suelta);
@@ -46,6 +47,7 @@ class ProveedorAccess : public Proveedor {
     Ahora ahora_;
     Base base_;
     Esquema esquema_;
+    IndicesApoyo apoyos_;
     Preparada versionDatos_;
     Preparada versionEsquema_;
     qlonglong datosVistos_ = -1;

@@ -79,7 +79,7 @@ int NumeroAdo(Tipo tipo)
     case Tipo::Logico:
         return 11;
     case Tipo::Binario:
-        return 205;
+        return 204;
     default:
         return 202;
     }

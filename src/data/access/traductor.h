@@ -16,8 +16,8 @@ struct Trozo {
     int ancho = 0;
     ColumnaVista columna{}; ///< of a bare column
     bool esColumna = false;
+    QString fuente{};                 ///< alias of the source of a bare column
     const Literal* literal = nullptr; ///< of a bare literal
-    bool fija = false;                ///< it doesn't change from row to row
 };
 
 /// A statement ready for the engine.
@@ -29,6 +29,7 @@ struct Plan {
     std::vector<Tipo> tipos{};
     std::optional<Tope> tope{};
     std::vector<Tipo> clavesTope{}; ///< hidden columns behind the fields: what TOP's ties go by
+    std::vector<std::pair<QString, QString>> apoyos{}; ///< columns whose companion index is asked
     QString tabla{}; ///< of a result that can be changed; its row number is the last column
 };
 
@@ -88,10 +89,12 @@ class Traductor {
     Trozo ExprUnion(const Expresion& e, const Ambito& ambito);
     Trozo ExprEscalar(const Expresion& e, const Ambito& ambito);
     Trozo ExprExiste(const Expresion& e, const Ambito& ambito);
-    void ReuneSumandos(const Expresion& e, const Ambito& ambito, QStringList& sumandos, bool& fija);
+    void ReuneSumandos(const Expresion& e, const Ambito& ambito, QStringList& sumandos);
     void ExigeAgrupado(const Expresion& e, const Ambito& ambito, const Trozo& trozo) const;
 
     // Comparisons.
+    QString Filtro(const Expresion& e, const Ambito& ambito);
+    QString ConApoyo(const Trozo& a, const Trozo& b, const Ambito& ambito);
     Trozo Compara(const QString& signo, const Trozo& a, const Trozo& b);
     Trozo ExprComo(const Expresion& e, const Ambito& ambito);
     Trozo ExprEntre(const Expresion& e, const Ambito& ambito);
@@ -122,7 +125,6 @@ class Traductor {
     std::vector<Salida> Salidas(const Seleccion& seleccion, const Ambito& ambito);
     void AnadeEstrella(const Elemento& elemento, const Ambito& ambito,
                        std::vector<Salida>& salidas);
-    QString FuenteDe(const Expresion& columna, const Ambito& ambito) const;
     void ExigeOrdenEnLista(const Piezas& piezas) const;
     std::pair<Trozo, bool> TerminoOrden(const Orden& orden, const std::vector<Salida>& salidas,
                                         const Ambito& ambito);
@@ -154,6 +156,7 @@ class Traductor {
     QString SqlIndice(const IndiceNuevo& indice) const;
 
     const Esquema& esquema_;
+    std::vector<std::pair<QString, QString>> apoyos_;
     int guardadas_ = 0; ///< depth of stored queries: inside, literals are fixed and LIKE is theirs
     bool enAgregado_ = false;
     QSet<const Expresion*> aliasAbiertos_; ///< against an alias that is defined by itself

@@ -1,6 +1,8 @@
 #include "data/access/colacion.h"
 #include "data/access/errores_access.h"
+#include "data/access/indices_apoyo.h"
 #include "data/access/traductor.h"
+#include <algorithm>
 
 namespace tolmo::data::access {
 namespace {
@@ -8,12 +10,11 @@ namespace {
 /// The common ground on which two values are compared.
 enum class Terreno { Texto, Numero, Fecha, Verdad };
 
-Trozo Condicion(const QString& sql, bool fija)
+Trozo Condicion(const QString& sql)
 {
     Trozo trozo;
     trozo.sql = sql;
     trozo.tipo = Tipo::Condicion;
-    trozo.fija = fija;
     return trozo;
 }
 
@@ -87,11 +88,42 @@ bool EsLiteral(const Expresion& e, const QString& texto)
 
 } // namespace
 
+// The conditions of a WHERE or ON that must all hold: only there a companion index may narrow an
+// equality, as it can't tell a Null from a falsehood.
+QString Traductor::Filtro(const Expresion& e, const Ambito& ambito)
+{
+    const bool binaria = e.clase == Expresion::Clase::Binario;
+    if (binaria && e.nombre == QLatin1String("AND"))
+        return u'(' + Filtro(*e.hijos[0], ambito) + QStringLiteral(" AND ") +
+               Filtro(*e.hijos[1], ambito) + u')';
+    if (!binaria || e.nombre != QLatin1String("="))
+        return ACondicion(Expr(e, ambito));
+    const Trozo a = Expr(*e.hijos[0], ambito);
+    const Trozo b = Expr(*e.hijos[1], ambito);
+    QString apoyo = ConApoyo(b, a, ambito);
+    if (apoyo.isEmpty())
+        apoyo = ConApoyo(a, b, ambito);
+    return Compara(e.nombre, a, b).sql + apoyo;
+}
+
+QString Traductor::ConApoyo(const Trozo& columna, const Trozo& valor, const Ambito& ambito)
+{
+    const bool deAqui = std::any_of(ambito.fuentes.begin(), ambito.fuentes.end(), [&](const auto& f) {
+        return f.alias == columna.fuente && !f.tabla.isEmpty();
+    });
+    if (!deAqui || !columna.columna.conIndiceAjeno || !EsTexto(valor.tipo) ||
+        columna.fuente == valor.fuente)
+        return {};
+    const ColumnaVista& c = columna.columna;
+    apoyos_.emplace_back(c.tabla, c.columna);
+    return QStringLiteral(" AND %1.rowid IN (SELECT fila FROM temp.%2 WHERE clave = %3)")
+        .arg(Identificador(columna.fuente), NombreDeApoyo(c.tabla, c.columna), valor.sql);
+}
+
 Trozo Traductor::Compara(const QString& signo, const Trozo& a, const Trozo& b)
 {
     const Terreno terreno = TerrenoDe(a, b);
-    return Condicion(u'(' + Izquierda(terreno, a) + u' ' + signo + u' ' + En(terreno, b) + u')',
-                     a.fija && b.fija);
+    return Condicion(u'(' + Izquierda(terreno, a) + u' ' + signo + u' ' + En(terreno, b) + u')');
 }
 
 Trozo Traductor::ExprComo(const Expresion& e, const Ambito& ambito)
@@ -102,23 +134,19 @@ Trozo Traductor::ExprComo(const Expresion& e, const Ambito& ambito)
     const Trozo texto = ATexto(Expr(*e.hijos[0], ambito));
     const Expresion& patron = *e.hijos[1];
     QString sql;
-    bool fija = texto.fija;
     // `'{code}' LIKE CLAVE & '%'` is asked of every family for every article.
     const bool principio = patron.clase == Expresion::Clase::Binario &&
                            patron.nombre == QLatin1String("&") && EsLiteral(*patron.hijos[1], todo);
     if (principio) {
         const Trozo cabeza = ATexto(Expr(*patron.hijos[0], ambito));
-        fija = fija && cabeza.fija;
         sql =
             QStringLiteral("kov_empieza%1(%2, ifnull(%3, ''))").arg(sufijo, texto.sql, cabeza.sql);
     } else {
         const Trozo molde = ATexto(Expr(patron, ambito));
-        fija = fija && molde.fija;
         sql = TramoDeIndice(texto, molde, comodines) +
               QStringLiteral("kov_como%1(%2, %3)").arg(sufijo, texto.sql, molde.sql);
     }
-    return Condicion((e.negado ? QStringLiteral("(NOT (%1))") : QStringLiteral("(%1)")).arg(sql),
-                     fija);
+    return Condicion((e.negado ? QStringLiteral("(NOT (%1))") : QStringLiteral("(%1)")).arg(sql));
 }
 
 // The two bounds may stand in either order.
@@ -135,7 +163,7 @@ Trozo Traductor::ExprEntre(const Expresion& e, const Ambito& ambito)
     const QString sql =
         QStringLiteral("(%1(%2 OR %3))")
             .arg(e.negado ? QStringLiteral("NOT ") : QString(), entre(a, b), entre(b, a));
-    return Condicion(sql, valor.fija && a.fija && b.fija);
+    return Condicion(sql);
 }
 
 Trozo Traductor::ExprEnLista(const Expresion& e, const Ambito& ambito)
@@ -146,21 +174,18 @@ Trozo Traductor::ExprEnLista(const Expresion& e, const Ambito& ambito)
         elementos.push_back(Expr(*e.hijos[i], ambito));
     Terreno terreno = TerrenoDe(valor, elementos[0]);
     QStringList lista;
-    bool fija = valor.fija;
     for (const Trozo& elemento : elementos) {
         if (TerrenoDe(valor, elemento) != terreno && elemento.tipo != Tipo::Nulo)
             terreno = terreno == Terreno::Verdad ? Terreno::Numero
                                                  : std::max(terreno, TerrenoDe(valor, elemento));
     }
     for (const Trozo& elemento : elementos) {
-        fija = fija && elemento.fija;
         lista << En(terreno, elemento);
     }
     return Condicion(QStringLiteral("(%1 %2IN (%3))")
                          .arg(Izquierda(terreno, valor),
                               e.negado ? QStringLiteral("NOT ") : QString(),
-                              lista.join(QStringLiteral(", "))),
-                     fija);
+                              lista.join(QStringLiteral(", "))));
 }
 
 Trozo Traductor::ExprEnConsulta(const Expresion& e, const Ambito& ambito)

@@ -209,7 +209,7 @@ Piezas Traductor::TraduceSeleccion(const Seleccion& seleccion, std::span<const O
     if (!seleccion.fuentes.empty())
         piezas.resto = QStringLiteral(" FROM ") + Fuentes(seleccion.fuentes, ambito);
     if (seleccion.donde)
-        piezas.resto += QStringLiteral(" WHERE ") + ACondicion(Expr(*seleccion.donde, ambito));
+        piezas.resto += QStringLiteral(" WHERE ") + Filtro(*seleccion.donde, ambito);
     ambito.elementos = &seleccion.elementos;
     QStringList grupos;
     for (const PExpresion& grupo : seleccion.grupos) {
@@ -279,7 +279,7 @@ std::vector<Salida> Traductor::Salidas(const Seleccion& seleccion, const Ambito&
         if (!salida.conAlias && elemento.expresion->clase == Expresion::Clase::Columna &&
             salida.trozo.esColumna) {
             salida.nombre = salida.trozo.columna.nombre;
-            salida.fuente = FuenteDe(*elemento.expresion, ambito);
+            salida.fuente = salida.trozo.fuente;
         } else if (!salida.conAlias) {
             salida.nombre = QStringLiteral("Expr%1").arg(1000 + salidas.size());
         }
@@ -287,21 +287,6 @@ std::vector<Salida> Traductor::Salidas(const Seleccion& seleccion, const Ambito&
     }
     DistingueNombres(salidas);
     return salidas;
-}
-
-QString Traductor::FuenteDe(const Expresion& columna, const Ambito& ambito) const
-{
-    for (const auto& fuente : ambito.fuentes) {
-        const bool nombrada =
-            columna.tabla.isEmpty() || Llave(columna.tabla) == Llave(fuente.alias);
-        const bool tiene =
-            std::any_of(fuente.columnas.begin(), fuente.columnas.end(), [&](const ColumnaVista& c) {
-                return Llave(c.nombre) == Llave(columna.nombre);
-            });
-        if (nombrada && tiene)
-            return fuente.alias;
-    }
-    return {};
 }
 
 void Traductor::AnadeEstrella(const Elemento& elemento, const Ambito& ambito,

@@ -12,16 +12,14 @@ Trozo Envuelto(const QString& funcion, const Trozo& trozo, Tipo tipo)
     Trozo nuevo;
     nuevo.sql = funcion + u'(' + trozo.sql + u')';
     nuevo.tipo = tipo;
-    nuevo.fija = trozo.fija;
     return nuevo;
 }
 
-Trozo Nuevo(const QString& sql, Tipo tipo, bool fija)
+Trozo Nuevo(const QString& sql, Tipo tipo)
 {
     Trozo trozo;
     trozo.sql = sql;
     trozo.tipo = tipo;
-    trozo.fija = fija;
     return trozo;
 }
 
@@ -44,7 +42,7 @@ Trozo AValor(const Trozo& trozo)
 {
     if (trozo.tipo != Tipo::Condicion)
         return trozo;
-    return Nuevo(QStringLiteral("(-(%1))").arg(trozo.sql), Tipo::Corto, trozo.fija);
+    return Nuevo(QStringLiteral("(-(%1))").arg(trozo.sql), Tipo::Corto);
 }
 
 Trozo ATexto(const Trozo& trozo)
@@ -146,7 +144,7 @@ Trozo Traductor::Expr(const Expresion& e, const Ambito& ambito)
         const Trozo valor = Expr(*e.hijos[0], ambito);
         return Nuevo(QStringLiteral("(%1 IS %2NULL)")
                          .arg(valor.sql, e.negado ? QStringLiteral("NOT ") : QString()),
-                     Tipo::Condicion, valor.fija);
+                     Tipo::Condicion);
     }
     case Clase::Funcion:
         return ExprFuncion(e, ambito);
@@ -161,7 +159,6 @@ Trozo Traductor::ExprLiteral(const Expresion& e) const
     Trozo trozo;
     trozo.literal = &e.literal;
     trozo.tipo = e.literal.tipo;
-    trozo.fija = true;
     const bool parametro = e.literal.indice >= 0 && guardadas_ == 0;
     if (e.literal.tipo == Tipo::Nulo)
         trozo.sql = QStringLiteral("NULL");
@@ -192,6 +189,7 @@ Trozo Traductor::ExprColumna(const Expresion& e, const Ambito& ambito)
                 trozo.ancho = columna.ancho;
                 trozo.columna = columna;
                 trozo.esColumna = true;
+                trozo.fuente = fuente.alias;
                 break;
             }
         }
@@ -199,8 +197,6 @@ Trozo Traductor::ExprColumna(const Expresion& e, const Ambito& ambito)
             RechazaEn(e.posicion,
                       QStringLiteral("El campo %1 puede ser de más de una tabla").arg(e.nombre));
         if (veces == 1) {
-            // Seen from a sub-select, what stands outside doesn't change from row to row.
-            trozo.fija = a != &ambito;
             ExigeAgrupado(e, *a, trozo);
             return trozo;
         }
@@ -249,11 +245,10 @@ Trozo Traductor::ExprUnaria(const Expresion& e, const Ambito& ambito)
 {
     const Trozo valor = Expr(*e.hijos[0], ambito);
     if (e.nombre == QLatin1String("NOT"))
-        return Nuevo(QStringLiteral("(NOT %1)").arg(ACondicion(valor)), Tipo::Condicion,
-                     valor.fija);
+        return Nuevo(QStringLiteral("(NOT %1)").arg(ACondicion(valor)), Tipo::Condicion);
     const Trozo numero = ANumero(valor);
     return Nuevo(QStringLiteral("(-%1)").arg(numero.sql),
-                 EsVerdad(numero.tipo) ? Tipo::Corto : numero.tipo, valor.fija);
+                 EsVerdad(numero.tipo) ? Tipo::Corto : numero.tipo);
 }
 
 Trozo Traductor::ExprBinaria(const Expresion& e, const Ambito& ambito)
@@ -265,7 +260,6 @@ Trozo Traductor::ExprBinaria(const Expresion& e, const Ambito& ambito)
         return ExprUnion(e, ambito);
     const Trozo a = Expr(*e.hijos[0], ambito);
     const Trozo b = Expr(*e.hijos[1], ambito);
-    const bool fija = a.fija && b.fija;
     if (QStringLiteral(" = <> < > <= >= ").contains(u' ' + signo + u' '))
         return Compara(signo, a, b);
     if (signo == QLatin1String("+") || signo == QLatin1String("-"))
@@ -273,14 +267,14 @@ Trozo Traductor::ExprBinaria(const Expresion& e, const Ambito& ambito)
     const QString argumentos = u'(' + ANumero(a).sql + QStringLiteral(", ") + ANumero(b).sql + u')';
     if (signo == QLatin1String("*"))
         return Nuevo(u'(' + ANumero(a).sql + QStringLiteral(" * ") + ANumero(b).sql + u')',
-                     TipoAritmetico(ANumero(a).tipo, ANumero(b).tipo), fija);
+                     TipoAritmetico(ANumero(a).tipo, ANumero(b).tipo));
     if (signo == QLatin1String("/"))
-        return Nuevo(QStringLiteral("kov_divide") + argumentos, Tipo::Doble, fija);
+        return Nuevo(QStringLiteral("kov_divide") + argumentos, Tipo::Doble);
     if (signo == QLatin1String("\\"))
-        return Nuevo(QStringLiteral("kov_divide_entero") + argumentos, Tipo::Entero, fija);
+        return Nuevo(QStringLiteral("kov_divide_entero") + argumentos, Tipo::Entero);
     if (signo == QLatin1String("MOD"))
-        return Nuevo(QStringLiteral("kov_resto") + argumentos, Tipo::Entero, fija);
-    return Nuevo(QStringLiteral("kov_potencia") + argumentos, Tipo::Doble, fija);
+        return Nuevo(QStringLiteral("kov_resto") + argumentos, Tipo::Entero);
+    return Nuevo(QStringLiteral("kov_potencia") + argumentos, Tipo::Doble);
 }
 
 Trozo Traductor::ExprLogica(const Expresion& e, const Ambito& ambito)
@@ -298,46 +292,42 @@ Trozo Traductor::ExprLogica(const Expresion& e, const Ambito& ambito)
         sql = QStringLiteral("(NOT %1 OR %2)").arg(a, b);
     else
         sql = QStringLiteral("(%1 %2 %3)").arg(a, e.nombre, b);
-    return Nuevo(sql, Tipo::Condicion, izquierda.fija && derecha.fija);
+    return Nuevo(sql, Tipo::Condicion);
 }
 
 Trozo Traductor::ExprSuma(const Trozo& a, const Trozo& b, bool resta)
 {
-    const bool fija = a.fija && b.fija;
     const QString signo = resta ? QStringLiteral(" - ") : QStringLiteral(" + ");
     if (!resta && EsTexto(a.tipo) && EsTexto(b.tipo))
-        return Nuevo(u'(' + a.sql + QStringLiteral(" || ") + b.sql + u')', Tipo::Texto, fija);
+        return Nuevo(u'(' + a.sql + QStringLiteral(" || ") + b.sql + u')', Tipo::Texto);
     const bool fechaA = a.tipo == Tipo::Fecha;
     const bool fechaB = b.tipo == Tipo::Fecha;
     const QString suma = u'(' + ANumero(a).sql + signo + ANumero(b).sql + u')';
     if (fechaA != fechaB && (fechaA || !resta))
-        return Nuevo(QStringLiteral("kov_desde_serie(%1)").arg(suma), Tipo::Fecha, fija);
+        return Nuevo(QStringLiteral("kov_desde_serie(%1)").arg(suma), Tipo::Fecha);
     const bool dudosa = a.tipo == Tipo::Desconocido || b.tipo == Tipo::Desconocido;
     if (dudosa && !resta)
         return Nuevo(QStringLiteral("kov_suma(%1, %2)").arg(AValor(a).sql, AValor(b).sql),
-                     Tipo::Desconocido, fija);
-    return Nuevo(suma, TipoAritmetico(ANumero(a).tipo, ANumero(b).tipo), fija);
+                     Tipo::Desconocido);
+    return Nuevo(suma, TipoAritmetico(ANumero(a).tipo, ANumero(b).tipo));
 }
 
 Trozo Traductor::ExprUnion(const Expresion& e, const Ambito& ambito)
 {
     QStringList sumandos;
-    bool fija = true;
-    ReuneSumandos(e, ambito, sumandos, fija);
+    ReuneSumandos(e, ambito, sumandos);
     return Nuevo(QStringLiteral("kov_une(%1)").arg(sumandos.join(QStringLiteral(", "))),
-                 Tipo::Texto, fija);
+                 Tipo::Texto);
 }
 
-void Traductor::ReuneSumandos(const Expresion& e, const Ambito& ambito, QStringList& sumandos,
-                              bool& fija)
+void Traductor::ReuneSumandos(const Expresion& e, const Ambito& ambito, QStringList& sumandos)
 {
     if (e.clase == Expresion::Clase::Binario && e.nombre == QLatin1String("&")) {
         for (const PExpresion& hijo : e.hijos)
-            ReuneSumandos(*hijo, ambito, sumandos, fija);
+            ReuneSumandos(*hijo, ambito, sumandos);
         return;
     }
     const Trozo trozo = Expr(e, ambito);
-    fija = fija && trozo.fija;
     sumandos << ATexto(trozo).sql;
 }
 

@@ -104,9 +104,8 @@ QString Traductor::EscribeFuente(const Fuente& fuente, const Ambito& ambito,
     QString derecha = EscribeFuente(*fuente.derecha, ambito, textos);
     if (fuente.derecha->clase == Fuente::Clase::Union)
         derecha = u'(' + derecha + u')';
-    const Trozo condicion = Expr(*fuente.condicion, ambito);
     return izquierda + PalabraReunion(fuente.reunion) + derecha + QStringLiteral(" ON ") +
-           ACondicion(condicion);
+           Filtro(*fuente.condicion, ambito);
 }
 
 } // namespace tolmo::data::access

@@ -138,7 +138,6 @@ Trozo Traductor::ExprFuncion(const Expresion& e, const Ambito& ambito)
         Trozo trozo;
         trozo.sql = QStringLiteral("(%1 IS NULL)").arg(valor.sql);
         trozo.tipo = Tipo::Condicion;
-        trozo.fija = valor.fija;
         return trozo;
     }
     return ExprDeCatalogo(e, ambito);
@@ -157,13 +156,11 @@ Trozo Traductor::ExprDeCatalogo(const Expresion& e, const Ambito& ambito)
     ExigeArgumentos(e, static_cast<std::size_t>(ficha.minimo), qstrlen(ficha.argumentos));
     Trozo trozo;
     trozo.tipo = ficha.tipo;
-    trozo.fija = true;
     QStringList argumentos;
     if (*ficha.delante)
         argumentos << QLatin1String(ficha.delante);
     for (std::size_t i = 0; i < e.hijos.size(); ++i) {
         const Trozo argumento = Expr(*e.hijos[i], ambito);
-        trozo.fija = trozo.fija && argumento.fija;
         argumentos << Argumento(ficha.argumentos[i], argumento);
         // Nulo: the result is of the kind of the first argument.
         if (ficha.tipo == Tipo::Nulo && i == 0)
@@ -212,12 +209,10 @@ Trozo Traductor::ExprIif(const Expresion& e, const Ambito& ambito)
     Trozo b;
     b.sql = QStringLiteral("NULL");
     b.tipo = Tipo::Nulo;
-    b.fija = true;
     if (e.hijos.size() == 3)
         b = AValor(Expr(*e.hijos[2], ambito));
     Trozo trozo;
     trozo.tipo = TipoComun(a.tipo, b.tipo);
-    trozo.fija = condicion.fija && a.fija && b.fija;
     trozo.sql =
         QStringLiteral("(CASE WHEN %1 THEN %2 ELSE %3 END)")
             .arg(ACondicion(condicion), AlTipo(a, trozo.tipo).sql, AlTipo(b, trozo.tipo).sql);
@@ -231,12 +226,10 @@ Trozo Traductor::ExprNz(const Expresion& e, const Ambito& ambito)
     Trozo otro;
     otro.tipo = EsNumero(valor.tipo) ? Tipo::Entero : Tipo::Texto;
     otro.sql = EsNumero(valor.tipo) ? QStringLiteral("0") : QStringLiteral("''");
-    otro.fija = true;
     if (e.hijos.size() == 2)
         otro = AValor(Expr(*e.hijos[1], ambito));
     Trozo trozo;
     trozo.tipo = TipoComun(valor.tipo, otro.tipo);
-    trozo.fija = valor.fija && otro.fija;
     trozo.sql = QStringLiteral("ifnull(%1, %2)")
                     .arg(AlTipo(valor, trozo.tipo).sql, AlTipo(otro, trozo.tipo).sql);
     return trozo;
@@ -250,11 +243,9 @@ Trozo Traductor::ExprElige(const Expresion& e, const Ambito& ambito)
     std::vector<Trozo> opciones;
     Trozo trozo;
     trozo.tipo = Tipo::Nulo;
-    trozo.fija = indice.fija;
     for (std::size_t i = 1; i < e.hijos.size(); ++i) {
         opciones.push_back(AValor(Expr(*e.hijos[i], ambito)));
         trozo.tipo = TipoComun(trozo.tipo, opciones.back().tipo);
-        trozo.fija = trozo.fija && opciones.back().fija;
     }
     trozo.sql = QStringLiteral("(CASE kov_fix(%1)").arg(indice.sql);
     for (std::size_t i = 0; i < opciones.size(); ++i)
@@ -272,10 +263,8 @@ Trozo Traductor::ExprSegun(const Expresion& e, const Ambito& ambito)
     std::vector<Trozo> trozos;
     Trozo trozo;
     trozo.tipo = Tipo::Nulo;
-    trozo.fija = true;
     for (std::size_t i = 0; i < e.hijos.size(); ++i) {
         trozos.push_back(Expr(*e.hijos[i], ambito));
-        trozo.fija = trozo.fija && trozos.back().fija;
         if (i % 2 == 1)
             trozo.tipo = TipoComun(trozo.tipo, AValor(trozos.back()).tipo);
     }

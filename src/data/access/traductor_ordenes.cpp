@@ -66,7 +66,9 @@ Plan Traductor::Traduce(const Sentencia& sentencia, bool actualizable)
         Plan operator()(const ConsultaNueva& s) const { return t.TraduceConsultaNueva(s); }
         Plan operator()(const Llamada& s) const { return t.TraduceLlamada(s); }
     };
-    return std::visit(Visita{*this, actualizable}, sentencia);
+    Plan plan = std::visit(Visita{*this, actualizable}, sentencia);
+    plan.apoyos.insert(plan.apoyos.end(), apoyos_.begin(), apoyos_.end());
+    return plan;
 }
 
 const TablaVista& Traductor::TablaParaCambiar(const QString& nombre, qsizetype posicion) const
@@ -163,7 +165,7 @@ Plan Traductor::TraduceModificacion(const Modificacion& modificacion)
     Ambito ambito;
     const QString fuentes = Fuentes(modificacion.fuentes, ambito);
     const QString donde = modificacion.donde ? QStringLiteral(" WHERE ") +
-                                                   ACondicion(Expr(*modificacion.donde, ambito))
+                                                   Filtro(*modificacion.donde, ambito)
                                              : QString();
     QString alias;
     QStringList cambios;
@@ -171,7 +173,7 @@ Plan Traductor::TraduceModificacion(const Modificacion& modificacion)
     const bool sola = EsTablaSola(modificacion.fuentes);
     for (const Asignacion& asignacion : modificacion.asignaciones) {
         const Trozo columna = ExprColumna(*asignacion.columna, ambito);
-        const QString fuente = FuenteDe(*asignacion.columna, ambito);
+        const QString& fuente = columna.fuente;
         if (!alias.isEmpty() && alias != fuente)
             RechazaEn(asignacion.columna->posicion,
                       QStringLiteral("UPDATE sólo puede cambiar campos de una tabla"));
@@ -212,7 +214,7 @@ Plan Traductor::TraduceBorrado(const Borrado& borrado)
     Ambito ambito;
     const QString fuentes = Fuentes(borrado.fuentes, ambito);
     const QString donde = borrado.donde
-                              ? QStringLiteral(" WHERE ") + ACondicion(Expr(*borrado.donde, ambito))
+                              ? QStringLiteral(" WHERE ") + Filtro(*borrado.donde, ambito)
                               : QString();
     Plan plan;
     if (borrado.tabla.isEmpty() && ambito.fuentes.size() > 1)
