@@ -120,7 +120,8 @@ QSet<QString> Esquema::PrimerasDeIndice(const QString& tabla) const
 {
     QSet<QString> primeras;
     Preparada filas = base_.Prepara(
-        QStringLiteral("SELECT c.name FROM pragma_index_list(%1) AS i, pragma_index_info(i.name) AS c WHERE c.seqno = 0")
+        QStringLiteral(
+            "SELECT c.name FROM pragma_index_list(%1) AS i, pragma_index_info(i.name) AS c WHERE c.seqno = 0")
             .arg(TextoLiteral(tabla)));
     while (filas.Paso())
         primeras.insert(filas.Texto(0));

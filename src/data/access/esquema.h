@@ -12,11 +12,11 @@ namespace tolmo::data::access {
 struct ColumnaVista {
     QString nombre{};
     Tipo tipo = Tipo::Desconocido;
-    int ancho = 0;       ///< characters, 0 without limit
-    QString tabla{};     ///< the table that it stands in, empty for an expression
-    QString columna{};   ///< its name there
+    int ancho = 0;               ///< characters, 0 without limit
+    QString tabla{};             ///< the table that it stands in, empty for an expression
+    QString columna{};           ///< its name there
     bool conIndiceAjeno = false; ///< an index of another order begins with it
-    bool propia = false; ///< its indexes follow the order of the language
+    bool propia = false;         ///< its indexes follow the order of the language
 };
 
 /// A table or a view of the base, or a stored query.

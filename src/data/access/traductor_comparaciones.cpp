@@ -108,9 +108,9 @@ QString Traductor::Filtro(const Expresion& e, const Ambito& ambito)
 
 QString Traductor::ConApoyo(const Trozo& columna, const Trozo& valor, const Ambito& ambito)
 {
-    const bool deAqui = std::any_of(ambito.fuentes.begin(), ambito.fuentes.end(), [&](const auto& f) {
-        return f.alias == columna.fuente && !f.tabla.isEmpty();
-    });
+    const bool deAqui =
+        std::any_of(ambito.fuentes.begin(), ambito.fuentes.end(),
+                    [&](const auto& f) { return f.alias == columna.fuente && !f.tabla.isEmpty(); });
     if (!deAqui || !columna.columna.conIndiceAjeno || !EsTexto(valor.tipo) ||
         columna.fuente == valor.fuente)
         return {};
@@ -205,8 +205,7 @@ Trozo Traductor::ExprEnConsulta(const Expresion& e, const Ambito& ambito)
         sql = QStringLiteral("SELECT %1 FROM (%2) AS kov_in").arg(convertida, sql);
     return Condicion(
         QStringLiteral("(%1 %2IN (%3))")
-            .arg(Izquierda(terreno, valor), e.negado ? QStringLiteral("NOT ") : QString(), sql),
-        false);
+            .arg(Izquierda(terreno, valor), e.negado ? QStringLiteral("NOT ") : QString(), sql));
 }
 
 } // namespace tolmo::data::access

@@ -338,7 +338,7 @@ Trozo Traductor::ExprEscalar(const Expresion& e, const Ambito& ambito)
     if (columnas.size() != 1)
         RechazaEn(e.posicion,
                   QStringLiteral("Una subconsulta usada como valor ha de dar un solo campo"));
-    Trozo trozo = Nuevo(u'(' + sql + u')', columnas[0].tipo, false);
+    Trozo trozo = Nuevo(u'(' + sql + u')', columnas[0].tipo);
     trozo.ancho = columnas[0].ancho;
     return trozo;
 }
@@ -347,7 +347,7 @@ Trozo Traductor::ExprExiste(const Expresion& e, const Ambito& ambito)
 {
     std::vector<ColumnaVista> columnas;
     const QString sql = TraduceConsulta(*e.consulta, &ambito, columnas);
-    return Nuevo(QStringLiteral("EXISTS (%1)").arg(sql), Tipo::Condicion, false);
+    return Nuevo(QStringLiteral("EXISTS (%1)").arg(sql), Tipo::Condicion);
 }
 
 } // namespace tolmo::data::access

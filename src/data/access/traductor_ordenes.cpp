@@ -164,9 +164,9 @@ Plan Traductor::TraduceModificacion(const Modificacion& modificacion)
 {
     Ambito ambito;
     const QString fuentes = Fuentes(modificacion.fuentes, ambito);
-    const QString donde = modificacion.donde ? QStringLiteral(" WHERE ") +
-                                                   Filtro(*modificacion.donde, ambito)
-                                             : QString();
+    const QString donde = modificacion.donde
+                              ? QStringLiteral(" WHERE ") + Filtro(*modificacion.donde, ambito)
+                              : QString();
     QString alias;
     QStringList cambios;
     QStringList valores;
@@ -213,9 +213,8 @@ Plan Traductor::TraduceBorrado(const Borrado& borrado)
 {
     Ambito ambito;
     const QString fuentes = Fuentes(borrado.fuentes, ambito);
-    const QString donde = borrado.donde
-                              ? QStringLiteral(" WHERE ") + Filtro(*borrado.donde, ambito)
-                              : QString();
+    const QString donde =
+        borrado.donde ? QStringLiteral(" WHERE ") + Filtro(*borrado.donde, ambito) : QString();
     Plan plan;
     if (borrado.tabla.isEmpty() && ambito.fuentes.size() > 1)
         RechazaEn(borrado.posicion, QStringLiteral("DELETE ha de decir de qué tabla se borra"));
