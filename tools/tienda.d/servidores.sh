@@ -193,7 +193,8 @@ lanza_ftp() {
     ENTORNO=(TIENDA_CARPETA="$CARPETA" TIENDA_FTP_PUERTO="$PUERTO_FTP"
         TIENDA_FTP_REGISTRO="$CARPETA/ftp.d/ordenes.log"
         TIENDA_FTP_SISTEMA_USUARIO="$SISTEMA_USUARIO" TIENDA_FTP_SISTEMA_GRUPO="$SISTEMA_GRUPO")
-    lanza ftp "${QUIEN[@]}" proftpd --nodaemon --config "$CARPETA/conf/proftpd.conf"
+    lanza ftp "${QUIEN[@]}" python3 "$PARTES/escucha.py" "$PUERTO_FTP" \
+        proftpd --config "$CARPETA/conf/proftpd.conf"
 }
 
 lanza_http() {
@@ -217,7 +218,7 @@ registro_de() {
 senal_de() {
     case $1 in
     mysql) echo 'ready for connections' ;;
-    ftp) echo 'standalone mode STARTUP' ;;
+    ftp) echo 'listening' ;;
     http) echo 'resuming normal operations' ;;
     esac
 }
