@@ -68,11 +68,11 @@ QStringList CategoriasDe(Corrida& corrida, const QString& codArticulo)
     return categorias;
 }
 
-void EscribeFoto(PaseDeCombinaciones& pase, const data::Valor& foto, int k, const QString& idcomb)
+void EscribeFoto(PaseDeCombinaciones& pase, const QString& columna, int k, const QString& idcomb)
 {
-    if (!pase.corrida.opciones.fotosArt || data::EstaVacio(foto))
+    if (!pase.corrida.opciones.fotosArt || data::EstaVacio(pase.filas[columna]))
         return;
-    const QString ruta = Texto(foto);
+    const QString ruta = Texto(pase.filas[columna]);
     auto imagen = pase.fotos.constFind(ruta);
     if (imagen == pase.fotos.constEnd())
         imagen = pase.fotos.insert(ruta, AnadeImagenDeValor(pase.corrida, pase.articulo, ruta, k));
@@ -91,7 +91,7 @@ void EscribeValores(PaseDeCombinaciones& pase, const QString& idcomb)
             SqlInsertaValor({{"atributo", atributo.value_or(QString())},
                              {"idcomb", idcomb},
                              {"CodArticulo", pase.articulo.CodArticulo}}));
-        EscribeFoto(pase, pase.filas[columnas.FOTO], k, idcomb);
+        EscribeFoto(pase, columnas.FOTO, k, idcomb);
     }
 }
 
