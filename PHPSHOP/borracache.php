@@ -86,7 +86,8 @@ function ProtegeFicheros()
     $nuevo = preg_replace('/^# KOV TOLMO: inicio\r?\n.*?^# KOV TOLMO: fin\r?$/ms', addcslashes($bloque, '\\$'), $texto, 1, $cambios);
     if (!$cambios) {
         // Last in the file, where no rule of the shop's for the same names comes after it.
-        $nuevo = $texto . (substr($texto, -1) === "\n" ? "\n" : "\n\n") . $bloque . "\n";
+        $linea = $texto === '' ? '' : (substr($texto, -1) === "\n" ? "\n" : "\n\n");
+        $nuevo = $texto . $linea . $bloque . "\n";
     }
     $temporal = $ruta . '.' . md5(uniqid(mt_rand(), true));
     if (@file_put_contents($temporal, $nuevo) === strlen($nuevo)) {
