@@ -103,6 +103,7 @@ class SesionCurl {
     bool movimiento_ = false; ///< bytes or lines passed since the last look
     curl_off_t subidos_ = 0;  ///< bytes sent at the last look
     std::chrono::steady_clock::time_point ultimoMovimiento_{};
+    std::chrono::milliseconds vuelta_{}; ///< longest wait for the next step
 
     std::unique_ptr<curl_slist, Liberador<curl_slist_free_all>> ordenes_{};
     // Last, to go first: closing them calls back.

@@ -18,6 +18,7 @@ using Milisegundos = std::chrono::milliseconds;
 constexpr int RespuestaSinAcceso = 530;
 /// A server that breaks a transfer off closes the data connection and says why in the same breath.
 constexpr Milisegundos EsperaDeLaRazon{250};
+constexpr Milisegundos VueltaMasCorta{1};
 constexpr Milisegundos VueltaMasLarga{500};
 
 SesionCurl& Sesion(void* yo)
@@ -44,6 +45,7 @@ void SesionCurl::Lanza()
 void SesionCurl::Conduce(const std::function<bool()>& basta)
 {
     ultimoMovimiento_ = Reloj::now();
+    vuelta_ = VueltaMasCorta;
     while (!Acabada() && !basta())
         Espera();
 }
@@ -72,8 +74,13 @@ bool SesionCurl::Acabada()
 void SesionCurl::Espera()
 {
     const auto ahora = Reloj::now();
-    if (HuboMovimiento())
+    // Short after each step: the library opens the data connection on its next turn, and gives
+    // nothing to wait for until then.
+    vuelta_ = std::min(2 * vuelta_, VueltaMasLarga);
+    if (HuboMovimiento()) {
         ultimoMovimiento_ = ahora;
+        vuelta_ = VueltaMasCorta;
+    }
     curl_off_t conectado = 0;
     curl_easy_getinfo(facil_.get(), CURLINFO_CONNECT_TIME_T, &conectado);
     const bool hayLinea = establecida_ || conectado > 0;
@@ -84,7 +91,7 @@ void SesionCurl::Espera()
         resultado_ = CURLE_OPERATION_TIMEDOUT;
         Falla();
     }
-    const Milisegundos vuelta = std::min(limite - callado, VueltaMasLarga);
+    const Milisegundos vuelta = std::min(limite - callado, vuelta_);
     curl_multi_poll(multi_.get(), nullptr, 0, static_cast<int>(vuelta.count()), nullptr);
 }
 

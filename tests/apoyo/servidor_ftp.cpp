@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
+#include <QStandardPaths>
 #include <QThread>
 #include <csignal>
 #include <stdexcept>
@@ -31,6 +32,13 @@ void Escribe(const QString& ruta, const QString& texto)
     fichero.write(texto.toUtf8());
     // The server refuses a file of passwords that others may read.
     fichero.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+}
+
+/// An ordinary user's path often lacks the folder of the servers.
+QString Programa()
+{
+    const QString hallado = QStandardPaths::findExecutable("proftpd");
+    return hallado.isEmpty() ? QStringLiteral("/usr/sbin/proftpd") : hallado;
 }
 
 QByteArray Lee(const QString& ruta)
@@ -122,7 +130,7 @@ bool ServidorFtp::Arranca()
     proceso_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
     proceso_.setProcessChannelMode(QProcess::MergedChannels);
     proceso_.setStandardOutputFile(estado_.filePath("salida"));
-    proceso_.start("proftpd", {"--nodaemon", "--config", estado_.filePath("ajustes")});
+    proceso_.start(Programa(), {"--nodaemon", "--config", estado_.filePath("ajustes")});
     if (!proceso_.waitForStarted())
         return false;
     for (int espera = 0; espera < EsperaDeArranque; espera += VueltaMs) {
