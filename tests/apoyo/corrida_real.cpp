@@ -100,7 +100,8 @@ EmpresaReal::EmpresaReal(TiendaDePrueba& tienda, const QMap<QString, QString>& p
               parametros);
     const QString fila = SqlInserta("M_EMPRESA", valores);
     SqlComun(tablaEmpresa + fila);
-    Sql(tablaEmpresa + fila + QString::fromUtf8(LeeTodo(KOV_FUENTES "/demo/empresa/00_tablas.sql")));
+    Sql(tablaEmpresa + fila +
+        QString::fromUtf8(LeeTodo(KOV_FUENTES "/demo/empresa/00_tablas.sql")));
 }
 
 void EmpresaReal::Sql(const QString& guion)
@@ -126,13 +127,34 @@ void EmpresaReal::EjecutaGuion(const QString& base, const QString& guion)
 
 ResultadoCorrida EmpresaReal::Corre(const QString& lineaDeOrdenes)
 {
+    return Observa([&](ResultadoCorrida& resultado) { return Lanza(lineaDeOrdenes, resultado); });
+}
+
+ResultadoCorrida EmpresaReal::Observa(const std::function<int(ResultadoCorrida&)>& corre)
+{
     const QString log =
         "HISTORICOWEB/" + QDate::currentDate().toString("yyyyMMdd") + "VUELCOPRESTASHOP.TXT";
     const qint64 antes = carpeta_.Lee(log).size();
     tienda_.Marca();
     for (const QString& lote : tienda_.Ficheros("lotes"))
-        tienda_.BorraFichero(lote.startsWith("lotes/") ? lote : "lotes/" + lote);
+        tienda_.BorraFichero(lote);
 
+    ResultadoCorrida resultado;
+    resultado.estado = corre(resultado);
+
+    static const QRegularExpression momento("^\\[\\d\\d/\\d\\d/\\d{4} \\d{1,2}:\\d\\d:\\d\\d\\] ");
+    for (QString linea : Texto(carpeta_.Lee(log).mid(antes)).split("\r\n"))
+        resultado.log << linea.remove(momento);
+    for (const QString& lote : tienda_.Ficheros("lotes"))
+        resultado.lotes << tienda_.LeeFichero(lote);
+    resultado.ftp = tienda_.ComandosFtp();
+    resultado.http = tienda_.PeticionesHttp();
+    return resultado;
+}
+
+/// \returns the exit status, -1 for a crash or a run that didn't end in time
+int EmpresaReal::Lanza(const QString& lineaDeOrdenes, ResultadoCorrida& resultado)
+{
     QProcess proceso;
     QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
     for (const char* nombre : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
@@ -145,7 +167,6 @@ ResultadoCorrida EmpresaReal::Corre(const QString& lineaDeOrdenes)
     proceso.setStandardInputFile(QProcess::nullDevice());
     proceso.start(KOV_CONSTRUCCION "/kovtolmo", lineaDeOrdenes.split(u' ', Qt::SkipEmptyParts));
 
-    ResultadoCorrida resultado;
     QElapsedTimer reloj;
     reloj.start();
     bool hecho = !entonces;
@@ -157,23 +178,61 @@ ResultadoCorrida EmpresaReal::Corre(const QString& lineaDeOrdenes)
             entonces();
         }
     }
+    int estado = -1;
     if (proceso.state() != QProcess::NotRunning) {
         proceso.kill();
         proceso.waitForFinished();
     } else if (proceso.exitStatus() == QProcess::NormalExit) {
-        resultado.estado = proceso.exitCode();
+        estado = proceso.exitCode();
     }
     resultado.salida += QString::fromUtf8(proceso.readAllStandardOutput());
     resultado.errores = QString::fromUtf8(proceso.readAllStandardError());
+    return estado;
+}
 
-    static const QRegularExpression momento("^\\[\\d\\d/\\d\\d/\\d{4} \\d{1,2}:\\d\\d:\\d\\d\\] ");
-    for (QString linea : Texto(carpeta_.Lee(log).mid(antes)).split("\r\n"))
-        resultado.log << linea.remove(momento);
-    for (const QString& lote : tienda_.Ficheros("lotes"))
-        resultado.lotes << tienda_.LeeFichero(lote.startsWith("lotes/") ? lote : "lotes/" + lote);
-    resultado.ftp = tienda_.ComandosFtp();
-    resultado.http = tienda_.PeticionesHttp();
-    return resultado;
+std::string EnLineas(const QStringList& lista)
+{
+    QString texto;
+    for (QString linea : lista)
+        texto += linea.replace("\r", "\\r").replace("\n", "\\n") + u'\n';
+    return texto.toStdString();
+}
+
+QStringList PasosFtp(const QStringList& ordenes)
+{
+    static const QRegularExpression interesa("^(USER|DELE|STOR)\\b");
+    static const QRegularExpression carpeta("\\S*/");
+    static const QRegularExpression respuesta(" \\d{3}$");
+    QStringList pasos;
+    for (QString orden : ordenes.filter(interesa)) {
+        if (orden.startsWith("USER"))
+            orden = "sesion";
+        pasos << orden.remove(respuesta).remove(carpeta);
+    }
+    return pasos;
+}
+
+QStringList PasosDeLote()
+{
+    return {"DELE bdtolmo.ccc",    "STOR bdtolmo.ccc", "DELE sentencias.sql",
+            "STOR sentencias.sql", "DELE bdtolmo.ccc", "DELE sentencias.sql"};
+}
+
+QStringList PasosDeCabecera()
+{
+    return {"sesion",
+            "DELE ejecuta.php",
+            "STOR ejecuta.php",
+            "DELE dimensiona.php",
+            "STOR dimensiona.php",
+            "DELE borraimg.php",
+            "STOR borraimg.php",
+            "DELE creapath.php",
+            "STOR creapath.php",
+            "DELE borracache.php",
+            "STOR borracache.php",
+            "DELE borraimgobsoletas.php",
+            "STOR borraimgobsoletas.php"};
 }
 
 QString HoyMysql()

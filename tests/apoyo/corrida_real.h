@@ -7,13 +7,13 @@
 
 /// What the built program did in one run.
 struct ResultadoCorrida {
-    int estado = -1;       ///< exit status; -1 when it crashed or didn't end in time
-    QString salida{};      ///< standard output
-    QString errores{};     ///< standard error
-    QStringList log{};     ///< lines of the day's log file of this run, without their moment
+    int estado = -1;           ///< exit status; -1 when it crashed or didn't end in time
+    QString salida{};          ///< standard output
+    QString errores{};         ///< standard error
+    QStringList log{};         ///< lines of the day's log file of this run, without their moment
     QList<QByteArray> lotes{}; ///< batches as they reached the server's script, in order
-    QStringList ftp{};     ///< "STOR ejecuta.php 226"
-    QStringList http{};    ///< "GET /ejecuta.php 200"
+    QStringList ftp{};         ///< "STOR ejecuta.php 226"
+    QStringList http{};        ///< "GET /ejecuta.php 200"
 
     /// All sentences of all batches, without their "||".
     QStringList Sentencias() const;
@@ -36,6 +36,10 @@ class EmpresaReal {
     /// Starts the program with this command line and waits for its end.
     ResultadoCorrida Corre(const QString& lineaDeOrdenes = "/PRESTASHOP:000001");
 
+    /// What `corre` does to the shop, written down as a run of the program is; its result is the
+    /// exit status.
+    ResultadoCorrida Observa(const std::function<int(ResultadoCorrida&)>& corre);
+
     /// Environment of the program, beside what every run has.
     QMap<QString, QString> entorno{};
     /// Seconds that a run may take.
@@ -51,11 +55,23 @@ class EmpresaReal {
 
   private:
     void EjecutaGuion(const QString& base, const QString& guion);
-    QStringList LogDesde(qint64 posicion) const;
+    int Lanza(const QString& lineaDeOrdenes, ResultadoCorrida& resultado);
 
     TiendaDePrueba& tienda_;
     CarpetaDePrueba carpeta_{};
 };
+
+/// A list with one entry a line, so that a comparison that fails shows the lines that differ.
+std::string EnLineas(const QStringList& lista);
+
+/// What a list of FTP commands does to files: "sesion" for a new session, "DELE a", "STOR a" by
+/// bare name and without the answers: that to an upload given up in the middle is a matter of luck.
+QStringList PasosFtp(const QStringList& ordenes);
+
+/// The steps of one batch that got through.
+QStringList PasosDeLote();
+/// Those of the head of a run: the first session and the six scripts.
+QStringList PasosDeCabecera();
 
 /// Today as the shop's literal.
 QString HoyMysql();
