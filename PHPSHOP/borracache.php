@@ -80,10 +80,12 @@ function ProtegeFicheros()
     $ruta = __DIR__ . '/.htaccess';
     $existe = file_exists($ruta);
     $texto = $existe ? @file_get_contents($ruta) : '';
-    if (is_link($ruta) || $texto === false || strpos($texto, $bloque) !== false || ($existe && !is_writable($ruta))) {
+    $intocable = is_link($ruta) || ($existe && !is_writable($ruta));
+    if ($intocable || $texto === false || strpos($texto, $bloque) !== false) {
         return;
     }
-    $nuevo = preg_replace('/^# KOV TOLMO: inicio\r?\n.*?^# KOV TOLMO: fin\r?$/ms', addcslashes($bloque, '\\$'), $texto, 1, $cambios);
+    $viejo = '/^# KOV TOLMO: inicio\r?\n.*?^# KOV TOLMO: fin\r?$/ms';
+    $nuevo = preg_replace($viejo, addcslashes($bloque, '\\$'), $texto, 1, $cambios);
     if (!$cambios) {
         // Last in the file, where no rule of the shop's for the same names comes after it.
         $linea = $texto === '' ? '' : (substr($texto, -1) === "\n" ? "\n" : "\n\n");
@@ -105,6 +107,6 @@ function ProtegeFicheros()
 function CarpetaPropia($ruta)
 {
     $real = realpath(__DIR__ . '/' . $ruta);
-    $tienda = str_replace('\\', '/', realpath(__DIR__));
-    return $real !== false && is_dir($real) && str_replace('\\', '/', $real) === $tienda . '/' . $ruta ? $real : false;
+    $esperada = str_replace('\\', '/', realpath(__DIR__) . '/' . $ruta);
+    return $real !== false && is_dir($real) && str_replace('\\', '/', $real) === $esperada ? $real : false;
 }

@@ -127,7 +127,7 @@ function Toma($nombre)
     }
     $azar = function_exists('openssl_random_pseudo_bytes') ? openssl_random_pseudo_bytes(16) : '';
     $tomado = $ruta . '.' . md5($azar . uniqid(mt_rand(), true));
-    if (!@rename($ruta, $tomado)) {
+    if (!is_readable($ruta) || !@rename($ruta, $tomado)) {
         clearstatcache();
         return file_exists($ruta) ? false : null;
     }
@@ -148,6 +148,6 @@ function Toma($nombre)
 function CarpetaPropia($ruta)
 {
     $real = realpath(__DIR__ . '/' . $ruta);
-    $tienda = str_replace('\\', '/', realpath(__DIR__));
-    return $real !== false && is_dir($real) && str_replace('\\', '/', $real) === $tienda . '/' . $ruta ? $real : false;
+    $esperada = str_replace('\\', '/', realpath(__DIR__) . '/' . $ruta);
+    return $real !== false && is_dir($real) && str_replace('\\', '/', $real) === $esperada ? $real : false;
 }

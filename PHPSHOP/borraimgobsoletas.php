@@ -40,16 +40,13 @@ function ResponderBloque($bloque)
  */
 class Imagenes
 {
-    private $mysql = false;
-    private $tabla;
+    private $mysql;
+    private $consulta;
 
     public function __construct($ajustes)
     {
-        $prefijo = Ajuste($ajustes, '_DB_PREFIX_');
-        $this->tabla = '`' . $prefijo . 'image`';
-        if (isset($ajustes['_DB_NAME_']) && preg_match('/^\w*$/D', $prefijo)) {
-            $this->mysql = Conecta(Ajuste($ajustes, '_DB_SERVER_'), $ajustes['_DB_NAME_'], Ajuste($ajustes, '_DB_USER_'), Ajuste($ajustes, '_DB_PASSWD_'));
-        }
+        $this->mysql = ConectaATienda($ajustes);
+        $this->consulta = 'SELECT id_image FROM `' . Ajuste($ajustes, '_DB_PREFIX_') . 'image` WHERE ';
     }
 
     public function Responde()
@@ -70,7 +67,7 @@ class Imagenes
 
     private function Numeros($condicion)
     {
-        $filas = $this->mysql ? mysqli_query($this->mysql, "SELECT id_image FROM {$this->tabla} WHERE $condicion") : false;
+        $filas = $this->mysql ? mysqli_query($this->mysql, $this->consulta . $condicion) : false;
         if (!$filas) {
             return false;
         }
@@ -318,12 +315,14 @@ function Ajustes()
 {
     $texto = (string) @file_get_contents(__DIR__ . '/config/settings.inc.php', false, null, 0, 1048576);
     $cadena = '\'(?:[^\'\\\\]++|\\\\.)*+\'|"(?:[^"\\\\]++|\\\\.)*+"';
-    $patron = '~/\*.*?\*/|(?://|\#)[^\r\n]*|\bdefine\s*\(\s*(?:\'(\w+)\'|"(\w+)")\s*,\s*(' . $cadena . ')|' . $cadena . '~s';
+    $define = '\bdefine\s*\(\s*(?:\'(\w+)\'|"(\w+)")\s*,\s*(' . $cadena . ')';
+    $patron = '~/\*.*?\*/|(?://|\#)[^\r\n]*|' . $define . '|' . $cadena . '~s';
     preg_match_all($patron, $texto, $hallados, PREG_SET_ORDER);
     $ajustes = array();
     foreach ($hallados as $hallado) {
-        if (isset($hallado[3]) && !isset($ajustes[$hallado[1] . $hallado[2]])) {
-            $ajustes[$hallado[1] . $hallado[2]] = preg_replace('/\\\\([\\\\\'"$])/', '$1', substr($hallado[3], 1, -1));
+        $nombre = isset($hallado[3]) ? $hallado[1] . $hallado[2] : '';
+        if ($nombre !== '' && !isset($ajustes[$nombre])) {
+            $ajustes[$nombre] = preg_replace('/\\\\([\\\\\'"$])/', '$1', substr($hallado[3], 1, -1));
         }
     }
     return $ajustes;
@@ -332,6 +331,16 @@ function Ajustes()
 function Ajuste($ajustes, $nombre)
 {
     return isset($ajustes[$nombre]) ? $ajustes[$nombre] : '';
+}
+
+/** The shop's database by the shop's own configuration, or false. */
+function ConectaATienda($ajustes)
+{
+    if (!isset($ajustes['_DB_NAME_']) || !preg_match('/^\w*$/D', Ajuste($ajustes, '_DB_PREFIX_'))) {
+        return false;
+    }
+    return Conecta(Ajuste($ajustes, '_DB_SERVER_'), $ajustes['_DB_NAME_'],
+        Ajuste($ajustes, '_DB_USER_'), Ajuste($ajustes, '_DB_PASSWD_'));
 }
 
 /** Opens the shop's database, or false. `$servidor` is host, host:port or host:/path/of/socket;
@@ -352,7 +361,8 @@ function Conecta($servidor, $base, $usuario, $clave)
     $mysql = mysqli_init();
     mysqli_options($mysql, MYSQLI_OPT_CONNECT_TIMEOUT, 20);
     mysqli_options($mysql, MYSQLI_OPT_LOCAL_INFILE, 0);
-    if (!@mysqli_real_connect($mysql, $maquina === '' ? null : $maquina, $usuario, $clave, $base, $puerto, $enchufe)) {
+    $maquina = $maquina === '' ? null : $maquina;
+    if (!@mysqli_real_connect($mysql, $maquina, $usuario, $clave, $base, $puerto, $enchufe)) {
         return false;
     }
     // The server's "latin1" is Windows-1252, with "euro" and the five undefined bytes in their places.
@@ -366,6 +376,6 @@ function Conecta($servidor, $base, $usuario, $clave)
 function CarpetaPropia($ruta)
 {
     $real = realpath(__DIR__ . '/' . $ruta);
-    $tienda = str_replace('\\', '/', realpath(__DIR__));
-    return $real !== false && is_dir($real) && str_replace('\\', '/', $real) === $tienda . '/' . $ruta ? $real : false;
+    $esperada = str_replace('\\', '/', realpath(__DIR__) . '/' . $ruta);
+    return $real !== false && is_dir($real) && str_replace('\\', '/', $real) === $esperada ? $real : false;
 }

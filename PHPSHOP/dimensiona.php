@@ -57,7 +57,8 @@ function TrataEntrada($uso, $entrada, $tamanos, $memoria)
 
 function RutasDeFamilia($entrada)
 {
-    return preg_match('~^img/c/[0-9]{1,10}\.jpg$~D', trim($entrada)) ? array(trim($entrada), trim($entrada)) : false;
+    $foto = trim($entrada);
+    return preg_match('~^img/c/[0-9]{1,10}\.jpg$~D', $foto) ? array($foto, $foto) : false;
 }
 
 /** Where the picture was uploaded and where it belongs, or false. The place is made out of the
@@ -155,7 +156,9 @@ function Coloca(&$imagen, $tipo, $origen, $destino)
     if ($tipo === IMAGETYPE_JPEG) {
         return $origen === $destino || @rename($origen, $destino) || @copy($origen, $destino);
     }
-    $imagen = Encaja($imagen, imagesx($imagen), imagesy($imagen), imagesx($imagen), imagesy($imagen));
+    $ancho = imagesx($imagen);
+    $alto = imagesy($imagen);
+    $imagen = Encaja($imagen, $ancho, $alto, $ancho, $alto);
     return GuardaJpeg($imagen, $destino) && ($origen === $destino || @unlink($origen));
 }
 
@@ -197,8 +200,8 @@ function Encaja($imagen, $ancho, $alto, $x, $y)
     $h = max(1, min($y, (int) round($alto * $escala)));
     $lienzo = imagecreatetruecolor($x, $y);
     imagefilledrectangle($lienzo, 0, 0, $x, $y, 0xFFFFFF);
-    imagecopyresampled($lienzo, $imagen, (int) (($x - $w) / 2), (int) (($y - $h) / 2), 0, 0, $w, $h,
-        imagesx($imagen), imagesy($imagen));
+    imagecopyresampled($lienzo, $imagen, (int) (($x - $w) / 2), (int) (($y - $h) / 2), 0, 0,
+        $w, $h, imagesx($imagen), imagesy($imagen));
     return $lienzo;
 }
 
@@ -225,8 +228,9 @@ function Tamanos($uso, $sufijo)
     }
     $tamanos = array();
     foreach ($todos as $nombre => $lados) {
-        $cabe = min($lados) >= 1 && max($lados) <= 4000;
-        if ($cabe && preg_match('/^[A-Za-z0-9_-]+$/D', $nombre) && substr($nombre . ' ', -strlen($sufijo) - 1) === $sufijo . ' ') {
+        // The name becomes part of a file's name.
+        $vale = preg_match('/^[A-Za-z0-9_-]+$/D', $nombre) && min($lados) >= 1 && max($lados) <= 4000;
+        if ($vale && preg_match('/' . preg_quote($sufijo, '/') . '$/D', $nombre)) {
             $tamanos[$nombre] = $lados;
         }
     }
@@ -235,11 +239,9 @@ function Tamanos($uso, $sufijo)
 
 function TamanosDeLaTienda($ajustes, $uso)
 {
-    $prefijo = Ajuste($ajustes, '_DB_PREFIX_');
-    $mysql = isset($ajustes['_DB_NAME_']) && preg_match('/^\w*$/D', $prefijo)
-        ? Conecta(Ajuste($ajustes, '_DB_SERVER_'), $ajustes['_DB_NAME_'], Ajuste($ajustes, '_DB_USER_'), Ajuste($ajustes, '_DB_PASSWD_'))
-        : false;
-    $filas = $mysql ? mysqli_query($mysql, "SELECT name, width, height FROM `{$prefijo}image_type` WHERE $uso = 1") : false;
+    $mysql = ConectaATienda($ajustes);
+    $tabla = '`' . Ajuste($ajustes, '_DB_PREFIX_') . 'image_type`';
+    $filas = $mysql ? mysqli_query($mysql, "SELECT name, width, height FROM $tabla WHERE $uso = 1") : false;
     if (!$filas) {
         return false;
     }
@@ -256,8 +258,9 @@ function TamanosDeSerie($uso, $version)
     $tamanos = $antigua
         ? array('small' => array(45, 45), 'medium' => array(58, 58), 'home' => array(124, 124),
             'large' => array(264, 264), 'thickbox' => array(600, 600), 'category' => array(500, 150))
-        : array('cart' => array(80, 80), 'small' => array(98, 98), 'medium' => array(125, 125), 'home' => array(250, 250),
-            'large' => array(458, 458), 'thickbox' => array(800, 800), 'category' => array(870, 217));
+        : array('cart' => array(80, 80), 'small' => array(98, 98), 'medium' => array(125, 125),
+            'home' => array(250, 250), 'large' => array(458, 458), 'thickbox' => array(800, 800),
+            'category' => array(870, 217));
     $deFamilias = $antigua ? array('small', 'medium', 'large', 'category') : array('medium', 'category');
     $elegidos = array();
     foreach ($tamanos as $nombre => $lados) {
@@ -294,7 +297,7 @@ function Toma($nombre)
     }
     $azar = function_exists('openssl_random_pseudo_bytes') ? openssl_random_pseudo_bytes(16) : '';
     $tomado = $ruta . '.' . md5($azar . uniqid(mt_rand(), true));
-    if (!@rename($ruta, $tomado)) {
+    if (!is_readable($ruta) || !@rename($ruta, $tomado)) {
         clearstatcache();
         return file_exists($ruta) ? false : null;
     }
@@ -316,12 +319,14 @@ function Ajustes()
 {
     $texto = (string) @file_get_contents(__DIR__ . '/config/settings.inc.php', false, null, 0, 1048576);
     $cadena = '\'(?:[^\'\\\\]++|\\\\.)*+\'|"(?:[^"\\\\]++|\\\\.)*+"';
-    $patron = '~/\*.*?\*/|(?://|\#)[^\r\n]*|\bdefine\s*\(\s*(?:\'(\w+)\'|"(\w+)")\s*,\s*(' . $cadena . ')|' . $cadena . '~s';
+    $define = '\bdefine\s*\(\s*(?:\'(\w+)\'|"(\w+)")\s*,\s*(' . $cadena . ')';
+    $patron = '~/\*.*?\*/|(?://|\#)[^\r\n]*|' . $define . '|' . $cadena . '~s';
     preg_match_all($patron, $texto, $hallados, PREG_SET_ORDER);
     $ajustes = array();
     foreach ($hallados as $hallado) {
-        if (isset($hallado[3]) && !isset($ajustes[$hallado[1] . $hallado[2]])) {
-            $ajustes[$hallado[1] . $hallado[2]] = preg_replace('/\\\\([\\\\\'"$])/', '$1', substr($hallado[3], 1, -1));
+        $nombre = isset($hallado[3]) ? $hallado[1] . $hallado[2] : '';
+        if ($nombre !== '' && !isset($ajustes[$nombre])) {
+            $ajustes[$nombre] = preg_replace('/\\\\([\\\\\'"$])/', '$1', substr($hallado[3], 1, -1));
         }
     }
     return $ajustes;
@@ -330,6 +335,16 @@ function Ajustes()
 function Ajuste($ajustes, $nombre)
 {
     return isset($ajustes[$nombre]) ? $ajustes[$nombre] : '';
+}
+
+/** The shop's database by the shop's own configuration, or false. */
+function ConectaATienda($ajustes)
+{
+    if (!isset($ajustes['_DB_NAME_']) || !preg_match('/^\w*$/D', Ajuste($ajustes, '_DB_PREFIX_'))) {
+        return false;
+    }
+    return Conecta(Ajuste($ajustes, '_DB_SERVER_'), $ajustes['_DB_NAME_'],
+        Ajuste($ajustes, '_DB_USER_'), Ajuste($ajustes, '_DB_PASSWD_'));
 }
 
 /** Opens the shop's database, or false. `$servidor` is host, host:port or host:/path/of/socket;
@@ -350,7 +365,8 @@ function Conecta($servidor, $base, $usuario, $clave)
     $mysql = mysqli_init();
     mysqli_options($mysql, MYSQLI_OPT_CONNECT_TIMEOUT, 20);
     mysqli_options($mysql, MYSQLI_OPT_LOCAL_INFILE, 0);
-    if (!@mysqli_real_connect($mysql, $maquina === '' ? null : $maquina, $usuario, $clave, $base, $puerto, $enchufe)) {
+    $maquina = $maquina === '' ? null : $maquina;
+    if (!@mysqli_real_connect($mysql, $maquina, $usuario, $clave, $base, $puerto, $enchufe)) {
         return false;
     }
     // The server's "latin1" is Windows-1252, with "euro" and the five undefined bytes in their places.
@@ -381,6 +397,6 @@ function CreaCarpeta($ruta)
 function CarpetaPropia($ruta)
 {
     $real = realpath(__DIR__ . '/' . $ruta);
-    $tienda = str_replace('\\', '/', realpath(__DIR__));
-    return $real !== false && is_dir($real) && str_replace('\\', '/', $real) === $tienda . '/' . $ruta ? $real : false;
+    $esperada = str_replace('\\', '/', realpath(__DIR__) . '/' . $ruta);
+    return $real !== false && is_dir($real) && str_replace('\\', '/', $real) === $esperada ? $real : false;
 }

@@ -37,8 +37,10 @@ function ResponderLote($credenciales)
         echo Fallo('Otro lote ocupa la base de datos; este no se ha ejecutado', '');
         return;
     }
+    AvisaSiMuere();
     $lector = new LectorLote($fichero);
-    AjustaColumnas($mysql, isset($ajustes['_DB_PREFIX_']) ? $ajustes['_DB_PREFIX_'] : PrefijoDelLote($lector));
+    $prefijo = isset($ajustes['_DB_PREFIX_']) ? $ajustes['_DB_PREFIX_'] : PrefijoDelLote($lector);
+    AjustaColumnas($mysql, $prefijo);
     EjecutaConRepeticion($mysql, $lector);
 }
 
@@ -65,6 +67,19 @@ function ConectaConCredenciales($credenciales, $servidor)
             iconv('CP1252', 'UTF-8//IGNORE', $clave));
     }
     return $mysql;
+}
+
+/** A script that the server's PHP cuts short would answer nothing, which the client takes for
+ *  success; the database undoes what it had done. */
+function AvisaSiMuere()
+{
+    register_shutdown_function(function () {
+        $error = error_get_last();
+        if ($error && $error['type'] === E_ERROR) {
+            http_response_code(200);
+            echo Fallo('El servidor web ha interrumpido el lote; no se ha aplicado nada de este lote', '');
+        }
+    });
 }
 
 /** Two runs on one shop take turns by whole batches. False when the turn doesn't come in ten
@@ -133,7 +148,8 @@ class LectorLote
  *  tables whose columns may need a change are looked for. */
 function PrefijoDelLote(LectorLote $lector)
 {
-    $patron = '/^(?:INSERT\s+INTO|DELETE\s+FROM|UPDATE)\s+`?(\w*?)(?:stock_available|(?:product_)?attachment)\b/i';
+    $tablas = '(?:stock_available|(?:product_)?attachment)';
+    $patron = '/^(?:INSERT\s+INTO|DELETE\s+FROM|UPDATE)\s+`?(\w*?)' . $tablas . '\b/i';
     $lector->Reinicia();
     while (($sentencia = $lector->Siguiente()) !== null) {
         if (preg_match($patron, substr($sentencia, 0, 200), $partes)) {
@@ -147,7 +163,7 @@ function PrefijoDelLote(LectorLote $lector)
  *  as a change of columns commits by itself; a user who may not do it changes nothing. */
 function AjustaColumnas($mysql, $prefijo)
 {
-    if (!is_string($prefijo) || !preg_match('/^\w*$/', $prefijo)) {
+    if (!is_string($prefijo) || !preg_match('/^\w*$/D', $prefijo)) {
         return;
     }
     // A change that waits for a table holds up everyone behind it: better to try with the next batch.
@@ -188,7 +204,8 @@ function EjecutaConRepeticion($mysql, LectorLote $lector)
         usleep(200000 * $vez);
     }
     if ($vez > 3) {
-        fwrite($informe, Fallo('El servidor ha deshecho el lote entero tres veces; no se ha aplicado nada de este lote', ''));
+        $aviso = 'El servidor ha deshecho el lote entero tres veces; no se ha aplicado nada de este lote';
+        fwrite($informe, Fallo($aviso, ''));
     }
     rewind($informe);
     fpassthru($informe);
@@ -211,7 +228,8 @@ function EjecutaLote($mysql, LectorLote $lector, $informe)
         $codigo = mysqli_errno($mysql);
         fwrite($informe, Fallo(mysqli_error($mysql), $sentencia));
         if (EsConexionPerdida($codigo)) {
-            fwrite($informe, Fallo("Se ha perdido la conexi\xF3n; el servidor deshace lo que este lote llevaba hecho", ''));
+            $aviso = "Se ha perdido la conexi\xF3n; el servidor deshace lo que este lote llevaba hecho";
+            fwrite($informe, Fallo($aviso, ''));
             return 'perdido';
         }
         if (EsLoteDeshecho($mysql, $codigo)) {
@@ -270,7 +288,8 @@ function Fallo($mensaje, $sentencia)
 {
     $mensaje = preg_replace("/'[^']*'@'[^']*'/", '***', $mensaje);
     $lineas = array($mensaje, substr($sentencia, 0, 200));
-    return 'Error al ejecutar consulta: ' . rtrim(implode("\r\n", preg_replace('/\s+/', ' ', $lineas))) . "\r\n";
+    $texto = implode("\r\n", preg_replace('/\s+/', ' ', $lineas));
+    return 'Error al ejecutar consulta: ' . rtrim($texto) . "\r\n";
 }
 
 /** What the answer of every script has in common: plain text in the code page of the client. */
@@ -299,7 +318,7 @@ function Toma($nombre)
     }
     $azar = function_exists('openssl_random_pseudo_bytes') ? openssl_random_pseudo_bytes(16) : '';
     $tomado = $ruta . '.' . md5($azar . uniqid(mt_rand(), true));
-    if (!@rename($ruta, $tomado)) {
+    if (!is_readable($ruta) || !@rename($ruta, $tomado)) {
         clearstatcache();
         return file_exists($ruta) ? false : null;
     }
@@ -321,12 +340,14 @@ function Ajustes()
 {
     $texto = (string) @file_get_contents(__DIR__ . '/config/settings.inc.php', false, null, 0, 1048576);
     $cadena = '\'(?:[^\'\\\\]++|\\\\.)*+\'|"(?:[^"\\\\]++|\\\\.)*+"';
-    $patron = '~/\*.*?\*/|(?://|\#)[^\r\n]*|\bdefine\s*\(\s*(?:\'(\w+)\'|"(\w+)")\s*,\s*(' . $cadena . ')|' . $cadena . '~s';
+    $define = '\bdefine\s*\(\s*(?:\'(\w+)\'|"(\w+)")\s*,\s*(' . $cadena . ')';
+    $patron = '~/\*.*?\*/|(?://|\#)[^\r\n]*|' . $define . '|' . $cadena . '~s';
     preg_match_all($patron, $texto, $hallados, PREG_SET_ORDER);
     $ajustes = array();
     foreach ($hallados as $hallado) {
-        if (isset($hallado[3]) && !isset($ajustes[$hallado[1] . $hallado[2]])) {
-            $ajustes[$hallado[1] . $hallado[2]] = preg_replace('/\\\\([\\\\\'"$])/', '$1', substr($hallado[3], 1, -1));
+        $nombre = isset($hallado[3]) ? $hallado[1] . $hallado[2] : '';
+        if ($nombre !== '' && !isset($ajustes[$nombre])) {
+            $ajustes[$nombre] = preg_replace('/\\\\([\\\\\'"$])/', '$1', substr($hallado[3], 1, -1));
         }
     }
     return $ajustes;
@@ -355,7 +376,8 @@ function Conecta($servidor, $base, $usuario, $clave)
     $mysql = mysqli_init();
     mysqli_options($mysql, MYSQLI_OPT_CONNECT_TIMEOUT, 20);
     mysqli_options($mysql, MYSQLI_OPT_LOCAL_INFILE, 0);
-    if (!@mysqli_real_connect($mysql, $maquina === '' ? null : $maquina, $usuario, $clave, $base, $puerto, $enchufe)) {
+    $maquina = $maquina === '' ? null : $maquina;
+    if (!@mysqli_real_connect($mysql, $maquina, $usuario, $clave, $base, $puerto, $enchufe)) {
         return false;
     }
     // The server's "latin1" is Windows-1252, with "euro" and the five undefined bytes in their places.
@@ -384,10 +406,12 @@ function ProtegeFicheros()
     $ruta = __DIR__ . '/.htaccess';
     $existe = file_exists($ruta);
     $texto = $existe ? @file_get_contents($ruta) : '';
-    if (is_link($ruta) || $texto === false || strpos($texto, $bloque) !== false || ($existe && !is_writable($ruta))) {
+    $intocable = is_link($ruta) || ($existe && !is_writable($ruta));
+    if ($intocable || $texto === false || strpos($texto, $bloque) !== false) {
         return;
     }
-    $nuevo = preg_replace('/^# KOV TOLMO: inicio\r?\n.*?^# KOV TOLMO: fin\r?$/ms', addcslashes($bloque, '\\$'), $texto, 1, $cambios);
+    $viejo = '/^# KOV TOLMO: inicio\r?\n.*?^# KOV TOLMO: fin\r?$/ms';
+    $nuevo = preg_replace($viejo, addcslashes($bloque, '\\$'), $texto, 1, $cambios);
     if (!$cambios) {
         // Last in the file, where no rule of the shop's for the same names comes after it.
         $linea = $texto === '' ? '' : (substr($texto, -1) === "\n" ? "\n" : "\n\n");

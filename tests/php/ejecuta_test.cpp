@@ -330,6 +330,23 @@ TEST(EjecutaLote, LaSentenciaQueNoCabeEnElServidorSeDiceYLasDemasSeHacen)
     EXPECT_EQ(t.Textos(), (QStringList{"uno", "dos"}));
 }
 
+TEST(EjecutaLote, SiElServidorWebLoInterrumpeSeDiceYNadaQuedaHecho)
+{
+    TiendaConTabla t{OpcionesTienda{}};
+    t.tienda.Ajusta(Servidor::Http, "php_admin_value memory_limit 8M\n");
+    const QStringList antes = t.tienda.Ficheros();
+
+    const QByteArray respuesta =
+        t.EjecutaLote(Inserta("a") + "INSERT INTO ps_prueba (texto) VALUES ('" +
+                      QByteArray(9'000'000, 'x') + "')||");
+
+    EXPECT_EQ(respuesta,
+              "Error al ejecutar consulta: El servidor web ha interrumpido el lote; no se "
+              "ha aplicado nada de este lote\r\n");
+    EXPECT_EQ(t.Textos(), QStringList());
+    EXPECT_EQ(t.tienda.Ficheros(), antes);
+}
+
 TEST(EjecutaLote, VeinteMegasSeEjecutanConPocaMemoria)
 {
     // Less memory than half the batch: it may take what a sentence needs and no more.

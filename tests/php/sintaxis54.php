@@ -11,24 +11,24 @@
 
 const FUNCIONES = [
     'addcslashes', 'array_chunk', 'array_diff', 'array_diff_key', 'array_keys', 'array_pop', 'array_slice',
-    'basename', 'chmod', 'clearstatcache', 'copy', 'count', 'dirname', 'end', 'explode', 'exif_read_data',
+    'basename', 'chmod', 'clearstatcache', 'copy', 'count', 'dirname', 'end', 'error_get_last', 'explode', 'exif_read_data',
     'fclose', 'feof', 'fflush', 'file_exists', 'file_get_contents', 'file_put_contents', 'fileperms', 'flock',
     'fnmatch', 'fopen', 'fpassthru', 'fread', 'fstat', 'ftruncate', 'function_exists', 'fwrite',
-    'getimagesize', 'header', 'iconv', 'ignore_user_abort', 'imagecopyresampled', 'imagecreatetruecolor',
+    'getimagesize', 'header', 'http_response_code', 'iconv', 'ignore_user_abort', 'imagecopyresampled', 'imagecreatetruecolor',
     'imagefilledrectangle', 'imagejpeg', 'imagerotate', 'imagesx', 'imagesy', 'implode', 'in_array', 'ini_get',
-    'ini_set', 'is_array', 'is_dir', 'is_file', 'is_int', 'is_link', 'is_object', 'is_string', 'is_writable',
+    'ini_set', 'is_array', 'is_dir', 'is_file', 'is_int', 'is_link', 'is_object', 'is_readable', 'is_string', 'is_writable',
     'key', 'ksort', 'max', 'md5', 'memory_get_usage', 'microtime', 'min', 'mkdir', 'mt_rand',
     'mysqli_autocommit', 'mysqli_commit', 'mysqli_errno', 'mysqli_error', 'mysqli_fetch_assoc',
     'mysqli_fetch_row', 'mysqli_free_result', 'mysqli_init', 'mysqli_more_results', 'mysqli_next_result',
     'mysqli_options', 'mysqli_query', 'mysqli_real_connect', 'mysqli_report', 'mysqli_set_charset',
-    'mysqli_use_result', 'opendir', 'openssl_random_pseudo_bytes', 'preg_match', 'preg_match_all',
+    'mysqli_use_result', 'opendir', 'openssl_random_pseudo_bytes', 'preg_match', 'preg_match_all', 'preg_quote',
     'preg_replace', 'preg_split', 'range', 'readdir', 'realpath', 'register_shutdown_function', 'rename',
     'rewind', 'rmdir', 'round', 'rtrim', 'scandir', 'set_time_limit', 'str_replace', 'str_split', 'strcmp',
     'stream_get_contents', 'stream_get_line', 'stripos', 'strlen', 'strpos', 'strtolower', 'substr', 'time',
     'trim', 'uniqid', 'unlink', 'usleep', 'version_compare',
 ];
 const CONSTANTES = [
-    'true', 'false', 'null', 'self', 'parent', 'IMAGETYPE_JPEG', 'LOCK_EX', 'MYSQLI_OPT_CONNECT_TIMEOUT',
+    'true', 'false', 'null', 'self', 'parent', 'E_ERROR', 'IMAGETYPE_JPEG', 'LOCK_EX', 'MYSQLI_OPT_CONNECT_TIMEOUT',
     'MYSQLI_OPT_LOCAL_INFILE', 'MYSQLI_REPORT_OFF', 'MYSQLI_USE_RESULT', 'PREG_SET_ORDER',
 ];
 const PALABRAS = [
