@@ -15,8 +15,9 @@ constexpr long RedireccionesSeguidas = 20;
 
 std::size_t AlLlegarDatos(char* datos, std::size_t uno, std::size_t n, void* cuerpo)
 {
-    static_cast<QByteArray*>(cuerpo)->append(datos, static_cast<qsizetype>(uno * n));
-    return uno * n;
+    const std::size_t cuantos = uno * n;
+    static_cast<QByteArray*>(cuerpo)->append(datos, static_cast<qsizetype>(cuantos));
+    return cuantos;
 }
 
 void PreparaPeticion(CURL* peticion, const QByteArray& url, const Esperas& esperas)

@@ -10,7 +10,7 @@
 namespace tolmo::site {
 namespace {
 
-constexpr qsizetype Trozo = 32 * 1024;
+constexpr qsizetype Trozo = 32768;
 constexpr int UltimoPuerto = 65535;
 
 bool EsAscii(const QString& texto)
@@ -276,7 +276,7 @@ QList<DatosBusqueda> WebFtp::Busca(const QString& filtro)
         return entradas;
     };
     try {
-        if (const auto hallados = cumplen(Lista(filtro)); !hallados.isEmpty())
+        if (auto hallados = cumplen(Lista(filtro)); !hallados.isEmpty())
             return hallados;
     } catch (const ErrorFtp& error) {
         if (error.Numero() != error_ftp::Extendido)

@@ -12,6 +12,7 @@ constexpr qint32 Bloque = 255;
 constexpr qint32 TamanoNoHallado = -1;
 constexpr qint32 TamanoFallido = -2;
 constexpr qsizetype LargoCarpeta = 1024;
+constexpr qsizetype LargoRespuesta = 2048;
 
 /// The size as the 32 bits that callers know.
 qint32 Tamano32(quint64 bytes)
@@ -302,7 +303,7 @@ void cFTP::CierraFichero()
 void cFTP::AnotaError(const char* contexto, const ErrorFtp& error)
 {
     if (error.Numero() == error_ftp::Extendido) {
-        ultimoError_ = error.Mensaje();
+        ultimoError_ = error.Mensaje().left(LargoRespuesta);
         return;
     }
     ultimoError_ = QString::fromLatin1(contexto) + QStringLiteral(" error code: ") +

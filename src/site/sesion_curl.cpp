@@ -10,7 +10,7 @@ namespace {
 using Milisegundos = std::chrono::milliseconds;
 
 constexpr int PuertoDeSerie = 21;
-constexpr qsizetype BytesPorAdelantado = 256 * 1024;
+constexpr qsizetype BytesPorAdelantado = 262144;
 
 DestinoFtp ConPuerto(DestinoFtp destino)
 {
@@ -40,7 +40,7 @@ QByteArray UrlDe(const DestinoFtp& destino)
         curl_url_set(url.get(), CURLUPART_PATH, "/", 0) != CURLUE_OK ||
         curl_url_get(url.get(), CURLUPART_URL, &texto, 0) != CURLUE_OK)
         throw ErrorFtp(error_ftp::SinNombre);
-    const QByteArray resultado(texto);
+    QByteArray resultado(texto);
     curl_free(texto);
     return resultado;
 }
@@ -142,7 +142,7 @@ QByteArray SesionCurl::Lee(qsizetype cuantos)
     }
     if (PorLeer() < cuantos)
         CompruebaResultado();
-    const QByteArray bytes = bufer_.mid(leidos_, cuantos);
+    QByteArray bytes = bufer_.mid(leidos_, cuantos);
     leidos_ += bytes.size();
     return bytes;
 }

@@ -184,14 +184,15 @@ std::size_t SesionCurl::AlPedirDatos(char* destino, std::size_t uno, std::size_t
 std::size_t SesionCurl::AlLlegarDatos(char* datos, std::size_t uno, std::size_t n, void* yo)
 {
     SesionCurl& sesion = Sesion(yo);
+    const std::size_t cuantos = uno * n;
     sesion.enMarcha_ = true;
     if (sesion.PorLeer() >= sesion.tope_) {
         sesion.pausada_ = true;
         return CURL_WRITEFUNC_PAUSE;
     }
-    sesion.bufer_.append(datos, static_cast<qsizetype>(uno * n));
+    sesion.bufer_.append(datos, static_cast<qsizetype>(cuantos));
     sesion.movimiento_ = true;
-    return uno * n;
+    return cuantos;
 }
 
 curl_socket_t SesionCurl::AlAbrirZocalo(void* yo, curlsocktype, curl_sockaddr* direccion)

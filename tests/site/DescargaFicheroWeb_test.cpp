@@ -10,7 +10,7 @@ namespace {
 /// Reads a request: its first line is the result, its header lines go to `cabeceras`.
 QByteArray Peticion(Charla& charla, QByteArrayList* cabeceras = nullptr)
 {
-    const QByteArray primera = charla.Linea();
+    QByteArray primera = charla.Linea();
     for (QByteArray linea = charla.Linea(); !linea.isEmpty(); linea = charla.Linea())
         if (cabeceras != nullptr)
             *cabeceras << linea;

@@ -111,6 +111,41 @@ TEST(FTPUploadFile, QuitaLosBlancosDeLosExtremosDeLosNombres)
     EXPECT_TRUE(p.remoto.Existe("b c"));
 }
 
+TEST(FTPUploadFile, LaRutaLocalSeEscribeComoEnLosParametros)
+{
+    ServidorYCliente p;
+    p.Abre();
+    p.cliente.Local("Fotos/Silla.jpg", "silla");
+
+    EXPECT_TRUE(p.ftp.FTPUploadFile(p.cliente.local.Ruta() + "\\FOTOS\\silla.JPG", "b"));
+
+    EXPECT_EQ(p.remoto.Lee("b"), "silla");
+}
+
+TEST(FTPUploadFile, UnFicheroQueNoCabeEnLos32BitsFallaConElRemotoAbierto)
+{
+    ServidorYCliente p;
+    p.Abre();
+    const QString enorme = p.cliente.Local("enorme", "");
+    std::filesystem::resize_file(enorme.toStdString(), 2147483648U);
+
+    EXPECT_FALSE(p.ftp.FTPUploadFile(enorme, "b"));
+
+    EXPECT_TRUE(p.ftp.TransferenciaAbierta());
+    EXPECT_TRUE(p.cliente.avances.empty());
+}
+
+TEST(FTPUploadFile, CerrarLaSesionDesdeUnAvisoAcabaLaSubida)
+{
+    ServidorYCliente p;
+    p.Abre();
+    p.ftp.FileTransferProgress = [&](qint32, qint32) { p.ftp.CloseConnection(); };
+
+    EXPECT_FALSE(p.ftp.FTPUploadFile(p.cliente.Local("a", Bytes(600)), "b"));
+
+    EXPECT_EQ(p.Error(), "InternetWriteFile error code: 6 Message: The handle is invalid");
+}
+
 TEST(FTPUploadFile, UnNombreVacioEsFalsoSinPreguntarANadie)
 {
     ServidorYCliente p;

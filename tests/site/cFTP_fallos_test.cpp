@@ -56,6 +56,16 @@ TEST(Entrada, UnaNegativaDeVariasLineasLlegaEntera)
     EXPECT_EQ(p.Error(), "421-Cerrado por obras\r\n hasta el lunes\r\n421 Gracias");
 }
 
+TEST(Entrada, DeUnaNegativaInterminableQuedanLosPrimeros2048Caracteres)
+{
+    const QByteArray texto = "421 " + QByteArray(3000, 'x');
+    ConGuion p([&](Charla& charla) { charla.Di(texto); });
+
+    EXPECT_FALSE(p.Abre());
+
+    EXPECT_EQ(p.Error(), QString::fromLatin1(texto.left(2048)));
+}
+
 TEST(Entrada, TrasLaClaveUnaNegativaQueNoEsDeAccesoDaSuTexto)
 {
     ConGuion p([](Charla& charla) {

@@ -225,6 +225,17 @@ TEST_P(cFTP, TodoVaPorUnaSolaConexionSinOrdenesDeMas)
     EXPECT_EQ(p.Conversacion(), esperada);
 }
 
+TEST_P(cFTP, BajarUnFicheroNoPreguntaAntesNada)
+{
+    p.remoto.Escribe("a", Bytes(3000));
+
+    p.ftp.SimpleFTPGetFile(p.cliente.local.Ruta("a"), "a");
+
+    const QList<QStringList> esperada{{"USER tolmo 331", "PASS (hidden) 230", "PWD 257", datos,
+                                       "TYPE I 200", "RETR a 226", "QUIT 221"}};
+    EXPECT_EQ(p.Conversacion(), esperada);
+}
+
 TEST_P(cFTP, CadaSesionNuevaEmpiezaDeNuevoEnLaCarpetaDelUsuario)
 {
     p.remoto.CreaCarpeta("tienda");
