@@ -152,17 +152,22 @@ Base::Base(const QString& ruta, Modo modo, const Ahora& ahora)
     sqlite3_db_config(base, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     RegistraColacion(base);
     RegistraFunciones(base, ahora);
+    try {
+        Dispone(modo);
+    } catch (const ErrorSql& error) {
+        Rechaza(QStringLiteral("No se puede abrir %1: %2").arg(ruta, error.Descripcion()));
+    }
+}
+
+void Base::Dispone(Modo modo) const
+{
     // With WAL other processes read while a run writes. The mode stays in the file, and it doesn't
     // work over network shares: so a file made by another program keeps the mode it has.
     if (modo == Modo::Nueva)
         Ejecuta(QStringLiteral("PRAGMA journal_mode=WAL"));
     Ejecuta(QStringLiteral(
         "PRAGMA synchronous=NORMAL; PRAGMA temp_store=MEMORY; PRAGMA cache_size=-65536"));
-    try {
-        Ejecuta(QStringLiteral("SELECT 1 FROM sqlite_schema LIMIT 1"));
-    } catch (const ErrorSql& error) {
-        Rechaza(QStringLiteral("No se puede abrir %1: %2").arg(ruta, error.Descripcion()));
-    }
+    Ejecuta(QStringLiteral("SELECT 1 FROM sqlite_schema LIMIT 1"));
 }
 
 void Base::Cierra::operator()(sqlite3* base) const

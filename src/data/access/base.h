@@ -76,6 +76,8 @@ class Base {
     struct Cierra {
         void operator()(sqlite3* base) const;
     };
+    void Dispone(Modo modo) const;
+
     std::unique_ptr<sqlite3, Cierra> base_;
 };
 

@@ -1,5 +1,7 @@
 #include "data/access/lexico.h"
+#include "data/access/base.h"
 #include "data/access/errores_access.h"
+#include <algorithm>
 
 namespace tolmo::data::access {
 namespace {
@@ -189,15 +191,28 @@ QString Forma(std::vector<Lexema>& lexemas)
     QString forma;
     int literales = 0;
     bool ordenada = false;
+    // A term of GROUP BY is the same as one of the list only with the same literals.
+    const bool agrupada =
+        std::any_of(lexemas.begin(), lexemas.end(), [](const Lexema& l) { return l.Es("GROUP"); });
+    bool enDonde = false;
     for (std::size_t i = 0; i < lexemas.size(); ++i) {
         Lexema& lexema = lexemas[i];
         const Lexema* anterior = i > 0 ? &lexemas[i - 1] : nullptr;
         ordenada = ordenada || lexema.Es("ORDER");
         const bool numero = lexema.ficha == Ficha::Entero || lexema.ficha == Ficha::Decimal;
-        const bool fijo = numero && (ordenada || (anterior && anterior->Es("TOP")));
+        if (lexema.Es("WHERE"))
+            enDonde = true;
+        else if (lexema.Es("SELECT") || lexema.Es("GROUP"))
+            enDonde = false;
+        const bool fijo =
+            (numero && (ordenada || (anterior && anterior->Es("TOP")))) || (agrupada && !enDonde);
         if (lexema.EsLiteral() && !fijo) {
             lexema.literal = literales++;
             forma += HuellaLiteral(lexema, anterior && anterior->Es("LIKE"));
+        } else if (lexema.ficha == Ficha::Texto) {
+            forma += TextoLiteral(lexema.texto);
+        } else if (lexema.ficha == Ficha::Fecha) {
+            forma += u'#' + lexema.texto + u'#';
         } else if (lexema.ficha == Ficha::NombreEntreMarcas) {
             forma += u'[' + lexema.texto + u']';
         } else {

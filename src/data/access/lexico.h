@@ -25,8 +25,9 @@ struct Lexema {
 std::vector<Lexema> Lexemas(const QString& sql);
 
 /// The statement without the values of its literals: two statements of one form share their
-/// translation. It numbers the literals (`Lexema::literal`); those that shape the statement itself,
-/// the number behind TOP and the ordinals of an ORDER BY, stay in the form and get no number.
+/// translation. It numbers the literals (`Lexema::literal`); those that shape the statement itself
+/// (the number behind TOP, the ordinals of an ORDER BY, what may be a term of GROUP BY) stay in
+/// the form and get no number.
 QString Forma(std::vector<Lexema>& lexemas);
 
 } // namespace tolmo::data::access

@@ -79,6 +79,8 @@ class Traductor {
   private:
     // Expressions.
     Trozo Expr(const Expresion& e, const Ambito& ambito);
+    Trozo ExprSuelta(const Expresion& e, const Ambito& ambito);
+    bool PuedeSerGrupo(const Expresion& e, const Ambito& ambito) const;
     Trozo ExprLiteral(const Expresion& e) const;
     Trozo ExprColumna(const Expresion& e, const Ambito& ambito);
     Trozo ExprAlias(const Expresion& e, const Ambito& ambito, bool& hallado);

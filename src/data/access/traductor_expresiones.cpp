@@ -118,6 +118,26 @@ QString ConColacion(const Trozo& trozo)
 
 Trozo Traductor::Expr(const Expresion& e, const Ambito& ambito)
 {
+    if (!PuedeSerGrupo(e, ambito))
+        return ExprSuelta(e, ambito);
+    enAgregado_ = true;
+    const Trozo trozo = ExprSuelta(e, ambito);
+    enAgregado_ = false;
+    return ambito.grupos.contains(trozo.sql) ? trozo : ExprSuelta(e, ambito);
+}
+
+// A compound expression that stands in GROUP BY may hold fields that don't stand there alone.
+bool Traductor::PuedeSerGrupo(const Expresion& e, const Ambito& ambito) const
+{
+    const bool compuesta = e.clase == Expresion::Clase::Binario ||
+                           e.clase == Expresion::Clase::Unario ||
+                           e.clase == Expresion::Clase::Funcion;
+    return ambito.agrupado && !enAgregado_ && compuesta && !ambito.grupos.isEmpty() &&
+           !TieneAgregado(e);
+}
+
+Trozo Traductor::ExprSuelta(const Expresion& e, const Ambito& ambito)
+{
     using Clase = Expresion::Clase;
     switch (e.clase) {
     case Clase::Literal:
@@ -297,6 +317,8 @@ Trozo Traductor::ExprLogica(const Expresion& e, const Ambito& ambito)
 
 Trozo Traductor::ExprSuma(const Trozo& a, const Trozo& b, bool resta)
 {
+    if (a.tipo == Tipo::Nulo || b.tipo == Tipo::Nulo)
+        return Nuevo(QStringLiteral("NULL"), Tipo::Nulo);
     const QString signo = resta ? QStringLiteral(" - ") : QStringLiteral(" + ");
     if (!resta && EsTexto(a.tipo) && EsTexto(b.tipo))
         return Nuevo(u'(' + a.sql + QStringLiteral(" || ") + b.sql + u')', Tipo::Texto);
