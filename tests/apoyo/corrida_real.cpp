@@ -19,11 +19,24 @@ QString Texto(const QByteArray& bytes)
     return QString::fromLatin1(bytes).replace(QChar(0x80), QStringLiteral("€"));
 }
 
-/// In front of the shop's own script: keeps a copy of each batch before it is carried out.
-const QByteArray GuardaLote =
-    "<?php @mkdir(__DIR__ . '/lotes'); if (is_file(__DIR__ . '/sentencias.sql')) copy(__DIR__ . "
-    "'/sentencias.sql', __DIR__ . '/lotes/' . sprintf('%06d', count(glob(__DIR__ . '/lotes/*'))) . "
-    "'.sql'); ?>";
+/// In front of a script of the shop: keeps a copy of the file that it is about to use.
+QByteArray GuardaCopia(const QByteArray& fichero)
+{
+    return "<?php @mkdir(__DIR__ . '/copias'); $copia = " + fichero +
+           "; if (is_file(__DIR__ . \"/$copia\")) copy(__DIR__ . \"/$copia\", __DIR__ . "
+           "sprintf('/copias/%06d-', count(glob(__DIR__ . '/copias/*'))) . $copia); ?>";
+}
+
+const QMap<QString, QByteArray> FicheroDeGuion{
+    {"ejecuta.php", GuardaCopia("'sentencias.sql'")},
+    {"creapath.php", GuardaCopia("'creapath.txt'")},
+    {"borraimg.php", GuardaCopia("'imgborra.txt'")},
+    {"dimensiona.php", GuardaCopia("basename($_GET['fichero'])")}};
+
+QStringList EnSentencias(const QByteArray& lote)
+{
+    return Texto(lote).split("||\r\n", Qt::SkipEmptyParts);
+}
 
 QString Lista(const QStringList& textos)
 {
@@ -54,9 +67,35 @@ QStringList ResultadoCorrida::Sentencias() const
 {
     QStringList todas;
     for (const QByteArray& lote : lotes)
-        for (const QString& linea : Texto(lote).split("||\r\n", Qt::SkipEmptyParts))
-            todas << linea;
+        todas << EnSentencias(lote);
     return todas;
+}
+
+QStringList ResultadoCorrida::SentenciasDe(int lote) const
+{
+    return EnSentencias(lotes.value(lote));
+}
+
+QStringList ResultadoCorrida::Lineas(const QString& nombre) const
+{
+    QStringList todas;
+    for (const Lista& lista : listas)
+        if (lista.nombre == nombre)
+            todas << lista.lineas;
+    return todas;
+}
+
+QStringList ResultadoCorrida::Titulos() const
+{
+    static const QRegularExpression titulo("^(EJECUTANDO REMOTAMENTE|SINCRONIZANDO) ");
+    return log.filter(titulo);
+}
+
+QStringList ResultadoCorrida::Log(const QString& desde, const QString& hasta) const
+{
+    const qsizetype primera = log.indexOf(desde);
+    const qsizetype ultima = log.indexOf(hasta, primera);
+    return primera < 0 || ultima < 0 ? log : log.mid(primera, ultima - primera + 1);
 }
 
 QStringList ResultadoCorrida::Sentencias(const QString& comienzo) const
@@ -74,8 +113,8 @@ EmpresaReal::EmpresaReal(TiendaDePrueba& tienda, const QMap<QString, QString>& p
     for (const char* nombre : {"bases", "PHPSHOP", "HISTORICOWEB"})
         carpeta_.CreaCarpeta(nombre);
     for (const QString& guion : QDir(KOV_FUENTES "/PHPSHOP").entryList({"*.php"}))
-        carpeta_.Escribe("PHPSHOP/" + guion, LeeTodo(KOV_FUENTES "/PHPSHOP/" + guion));
-    carpeta_.Escribe("PHPSHOP/ejecuta.php", GuardaLote + carpeta_.Lee("PHPSHOP/ejecuta.php"));
+        carpeta_.Escribe("PHPSHOP/" + guion,
+                         FicheroDeGuion.value(guion) + LeeTodo(KOV_FUENTES "/PHPSHOP/" + guion));
 
     const QString empresa = QString::fromUtf8(LeeTodo(KOV_FUENTES "/demo/empresa/empresa.sql"));
     const QString tablaEmpresa = empresa.left(empresa.indexOf("INSERT INTO"));
@@ -136,8 +175,8 @@ ResultadoCorrida EmpresaReal::Observa(const std::function<int(ResultadoCorrida&)
         "HISTORICOWEB/" + QDate::currentDate().toString("yyyyMMdd") + "VUELCOPRESTASHOP.TXT";
     const qint64 antes = carpeta_.Lee(log).size();
     tienda_.Marca();
-    for (const QString& lote : tienda_.Ficheros("lotes"))
-        tienda_.BorraFichero(lote);
+    for (const QString& copia : tienda_.Ficheros("copias"))
+        tienda_.BorraFichero(copia);
 
     ResultadoCorrida resultado;
     resultado.estado = corre(resultado);
@@ -145,8 +184,14 @@ ResultadoCorrida EmpresaReal::Observa(const std::function<int(ResultadoCorrida&)
     static const QRegularExpression momento("^\\[\\d\\d/\\d\\d/\\d{4} \\d{1,2}:\\d\\d:\\d\\d\\] ");
     for (QString linea : Texto(carpeta_.Lee(log).mid(antes)).split("\r\n"))
         resultado.log << linea.remove(momento);
-    for (const QString& lote : tienda_.Ficheros("lotes"))
-        resultado.lotes << tienda_.LeeFichero(lote);
+    for (const QString& copia : tienda_.Ficheros("copias")) {
+        const QByteArray contenido = tienda_.LeeFichero(copia);
+        if (copia.endsWith("-sentencias.sql"))
+            resultado.lotes << contenido;
+        else
+            resultado.listas.append({.nombre = copia.section(u'-', 1),
+                                     .lineas = Texto(contenido).split("\r\n", Qt::SkipEmptyParts)});
+    }
     resultado.ftp = tienda_.ComandosFtp();
     resultado.http = tienda_.PeticionesHttp();
     return resultado;

@@ -12,13 +12,26 @@ struct ResultadoCorrida {
     QString errores{};         ///< standard error
     QStringList log{};         ///< lines of the day's log file of this run, without their moment
     QList<QByteArray> lotes{}; ///< batches as they reached the server's script, in order
-    QStringList ftp{};         ///< "STOR ejecuta.php 226"
-    QStringList http{};        ///< "GET /ejecuta.php 200"
+    struct Lista {
+        QString nombre{}; ///< "imgborra.txt"
+        QStringList lineas{};
+    };
+    QList<Lista> listas{}; ///< the lists as they reached their scripts, in order
+    QStringList ftp{};     ///< "STOR ejecuta.php 226"
+    QStringList http{};    ///< "GET /ejecuta.php 200"
 
     /// All sentences of all batches, without their "||".
     QStringList Sentencias() const;
     /// Those that begin so.
     QStringList Sentencias(const QString& comienzo) const;
+    /// Those of one batch.
+    QStringList SentenciasDe(int lote) const;
+    /// The lines of all lists of one name.
+    QStringList Lineas(const QString& nombre) const;
+    /// The titles of the batches in the log.
+    QStringList Titulos() const;
+    /// The log lines from the first one that is `desde` to the next one that is `hasta`.
+    QStringList Log(const QString& desde, const QString& hasta) const;
 };
 
 /// The built program in a folder of its own, with a company whose parameters lead to a test shop.

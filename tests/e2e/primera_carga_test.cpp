@@ -164,6 +164,20 @@ TEST_F(PrimeraCarga, LasLineasDelLogSalenTambienPorLaSalida)
     EXPECT_TRUE(corrida.salida.contains("] FIN VUELCO DATOS A PRESTASHOP \n"));
 }
 
+TEST_F(PrimeraCarga, LasListasQueLleganNombranLasFotosAntiguasDeLasFamilias)
+{
+    QStringList nombres;
+    for (const ResultadoCorrida::Lista& lista : corrida.listas)
+        nombres << lista.nombre;
+
+    // The first and the last had nothing in them: their uploads began and found no file to send.
+    EXPECT_EQ(nombres, (QStringList{"creapath.txt", "imgborra.txt", "imgfam.txt"}));
+    EXPECT_EQ(corrida.Lineas("creapath.txt"), QStringList());
+    EXPECT_EQ(EnLineas(corrida.Lineas("imgborra.txt")),
+              EnLineas({"img/c/3.jpg;", "img/c/3-*.jpg;", "img/c/4.jpg;", "img/c/4-*.jpg;"}));
+    EXPECT_EQ(corrida.Lineas("imgfam.txt"), QStringList());
+}
+
 TEST_F(PrimeraCarga, LaConversacionConElServidorWebSigueSuOrden)
 {
     QStringList esperadas{"GET /borracache.php 200", "GET /ejecuta.php 200", "GET /ejecuta.php 200",
