@@ -56,7 +56,7 @@ class Imagenes
 
     public function EstaVacia()
     {
-        return !$this->Numeros('1 LIMIT 1');
+        return $this->Numeros('1 LIMIT 1') === array();
     }
 
     /** Those of the numbers that the table has, as keys; false when it can't be asked. */

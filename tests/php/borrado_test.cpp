@@ -297,6 +297,35 @@ TEST(Purga, ConLaBaseInalcanzableNoBorraNiConcluye)
     EXPECT_EQ(Quedan(t), QStringList());
 }
 
+TEST(Purga, SiLaBaseDejaDeResponderAMediasNoBorraNiConcluye)
+{
+    // A user with so many statements an hour: the database gives up a little later each time.
+    TiendaConScripts t;
+    Imagen(t, "55");
+    const QByteArray ajustes = t.tienda.LeeFichero("config/settings.inc.php");
+    QStringList respuestas;
+    for (int consultas = 1; consultas <= 8; ++consultas) {
+        t.tienda.Ejecuta(
+            QString("CREATE OR REPLACE USER tasado@'127.0.0.1' IDENTIFIED BY 'x' WITH "
+                    "MAX_QUERIES_PER_HOUR %1; GRANT ALL ON tienda.* TO tasado@'127.0.0.1'")
+                .arg(consultas));
+        t.tienda.EscribeFichero(
+            "config/settings.inc.php",
+            QByteArray(ajustes)
+                .replace("'_DB_USER_', '" + t.tienda.Usuario().toUtf8(), "'_DB_USER_', 'tasado")
+                .replace(t.tienda.Clave().toUtf8(), "x"));
+        Llena(t, {"img/p/7.jpg"});
+
+        respuestas << QString::fromLatin1(Purga(t, 1));
+
+        EXPECT_EQ(t.tienda.ExisteFichero("img/p/7.jpg"), !respuestas.last().contains("CONCLUIDO"));
+    }
+    t.tienda.Ejecuta("DROP USER tasado@'127.0.0.1'");
+
+    EXPECT_THAT(respuestas, testing::Contains("Continuar\r\n"));
+    EXPECT_EQ(respuestas.last(), "CONCLUIDO\r\n");
+}
+
 TEST(Purga, SinConfiguracionNoBorraNiConcluye)
 {
     TiendaConScripts t{SoloFicheros{}};

@@ -167,7 +167,7 @@ TEST(Tamanos, SonLosDeLaTablaQueAcabanEnElSufijo)
     TiendaConScripts t;
     t.tienda.Ejecuta("INSERT INTO ps_image_type (name,width,height,products,categories) VALUES "
                      "('banda_movil',60,20,1,0),('movil',30,30,1,0),('movil_x',31,31,1,0),"
-                     "('soloc_movil',32,32,0,1)");
+                     "('soloc_movil',32,32,0,1),('banda_movil_x',33,33,1,0)");
     t.tienda.EscribeFichero("img/p/7.jpg", JpegRojo());
     t.tienda.EscribeFichero("imgart.txt", Linea("img/p/7/7.jpg", "img/p/7.jpg"));
 
@@ -380,14 +380,8 @@ INSTANTIATE_TEST_SUITE_P(
         std::pair{"Texto", QByteArray("<?php echo 'hola';")}, std::pair{"Vacia", QByteArray()},
         std::pair{"PngCortado", Codifica(Lisa(200, 200, Qt::red), "PNG").left(60)},
         std::pair{"JpegSinDatos", JpegRojo().left(20)},
-        // A header of 40,000 by 40,000 and nothing behind: more than any server's memory.
-        std::pair{"Desmesurada", QByteArray::fromHex("89504E470D0A1A0A"
-                                                     "0000000D"
-                                                     "49484452"
-                                                     "00009C40"
-                                                     "00009C40"
-                                                     "0802000000"
-                                                     "00000000")}),
+        // 144 million points: a small file, and more than a server gives to one request.
+        std::pair{"Desmesurada", Codifica(QImage(12'000, 12'000, QImage::Format_Mono), "PNG")}),
     [](const auto& caso) { return caso.param.first; });
 
 TEST(ListaDeFotos, LaQueNoSubioSeNombraYNoDejaCarpeta)
