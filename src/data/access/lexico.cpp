@@ -53,13 +53,13 @@ class Cortador {
             return {Ficha::Texto, EntreComillas(c)};
         if (c == u'[')
             return {Ficha::NombreEntreMarcas,
-                    Hasta(u']', QStringLiteral("Falta el corchete que cierra el nombre"))};
+                    Hasta(u']', QStringLiteral("falta el corchete que cierra el nombre"))};
         if (c == u'`')
             return {Ficha::NombreEntreMarcas,
-                    Hasta(u'`', QStringLiteral("Falta la comilla que cierra el nombre"))};
+                    Hasta(u'`', QStringLiteral("falta la comilla que cierra el nombre"))};
         if (c == u'#')
             return {Ficha::Fecha,
-                    Hasta(u'#', QStringLiteral("Falta el signo # que cierra la fecha"))};
+                    Hasta(u'#', QStringLiteral("falta el signo # que cierra la fecha"))};
         if (c.isDigit() || (c == u'.' && Mira(1).isDigit()))
             return Numero();
         if (EmpiezaNombre(c))

@@ -83,7 +83,9 @@ class Traductor {
     bool PuedeSerGrupo(const Expresion& e, const Ambito& ambito) const;
     Trozo ExprLiteral(const Expresion& e) const;
     Trozo ExprColumna(const Expresion& e, const Ambito& ambito);
-    Trozo ExprAlias(const Expresion& e, const Ambito& ambito, bool& hallado);
+    std::vector<Trozo> ColumnasDe(const Expresion& e, const Ambito& ambito,
+                                  bool& tablaHallada) const;
+    const Expresion* DeAlias(const Expresion& e, const Ambito& ambito) const;
     Trozo ExprUnaria(const Expresion& e, const Ambito& ambito);
     Trozo ExprBinaria(const Expresion& e, const Ambito& ambito);
     Trozo ExprLogica(const Expresion& e, const Ambito& ambito);

@@ -3,6 +3,7 @@
 #include "data/access/fechas.h"
 #include "data/access/traductor.h"
 #include "data/valores.h"
+#include <algorithm>
 
 namespace tolmo::data::access {
 namespace {
@@ -190,43 +191,25 @@ Trozo Traductor::ExprLiteral(const Expresion& e) const
 
 Trozo Traductor::ExprColumna(const Expresion& e, const Ambito& ambito)
 {
-    const QString llave = Llave(e.nombre);
-    const QString tabla = Llave(e.tabla);
     bool tablaHallada = false;
     for (const Ambito* a = &ambito; a; a = a->exterior) {
-        Trozo trozo;
-        int veces = 0;
-        for (const auto& fuente : a->fuentes) {
-            if (!tabla.isEmpty() && Llave(fuente.alias) != tabla)
-                continue;
-            tablaHallada = tablaHallada || !tabla.isEmpty();
-            for (const ColumnaVista& columna : fuente.columnas) {
-                if (Llave(columna.nombre) != llave)
-                    continue;
-                ++veces;
-                trozo.sql = Identificador(fuente.alias) + u'.' + Identificador(columna.nombre);
-                trozo.tipo = columna.tipo;
-                trozo.ancho = columna.ancho;
-                trozo.columna = columna;
-                trozo.esColumna = true;
-                trozo.fuente = fuente.alias;
-                break;
-            }
-        }
-        if (veces > 1)
+        const std::vector<Trozo> halladas = ColumnasDe(e, *a, tablaHallada);
+        if (halladas.size() > 1)
             RechazaEn(e.posicion,
                       QStringLiteral("El campo %1 puede ser de más de una tabla").arg(e.nombre));
-        if (veces == 1) {
-            ExigeAgrupado(e, *a, trozo);
+        if (halladas.size() == 1) {
+            ExigeAgrupado(e, *a, halladas[0]);
+            return halladas[0];
+        }
+        const Expresion* definicion = a == &ambito ? DeAlias(e, *a) : nullptr;
+        if (definicion) {
+            aliasAbiertos_.insert(definicion);
+            Trozo trozo = Expr(*definicion, ambito);
+            aliasAbiertos_.remove(definicion);
             return trozo;
         }
-        bool hallado = false;
-        if (tabla.isEmpty() && a == &ambito && a->elementos)
-            trozo = ExprAlias(e, *a, hallado);
-        if (hallado)
-            return trozo;
     }
-    if (tabla.isEmpty())
+    if (e.tabla.isEmpty())
         RechazaEn(e.posicion, QStringLiteral("No se conoce el campo %1").arg(e.nombre));
     RechazaEn(e.posicion,
               tablaHallada
@@ -234,22 +217,44 @@ Trozo Traductor::ExprColumna(const Expresion& e, const Ambito& ambito)
                   : QStringLiteral("No se conoce la tabla %1 en esta sentencia").arg(e.tabla));
 }
 
-// A name that no source has may be the alias of another item of the list.
-Trozo Traductor::ExprAlias(const Expresion& e, const Ambito& ambito, bool& hallado)
+// What a name can mean in the sources of one level.
+std::vector<Trozo> Traductor::ColumnasDe(const Expresion& e, const Ambito& ambito,
+                                         bool& tablaHallada) const
 {
-    for (const Elemento& elemento : *ambito.elementos) {
-        if (!elemento.expresion || Llave(elemento.alias) != Llave(e.nombre))
+    std::vector<Trozo> halladas;
+    for (const auto& fuente : ambito.fuentes) {
+        if (!e.tabla.isEmpty() && Llave(fuente.alias) != Llave(e.tabla))
             continue;
-        if (aliasAbiertos_.contains(elemento.expresion.get()))
-            RechazaEn(e.posicion,
-                      QStringLiteral("El alias %1 se define con él mismo").arg(e.nombre));
-        hallado = true;
-        aliasAbiertos_.insert(elemento.expresion.get());
-        Trozo trozo = Expr(*elemento.expresion, ambito);
-        aliasAbiertos_.remove(elemento.expresion.get());
-        return trozo;
+        tablaHallada = true;
+        const auto columna = std::find_if(
+            fuente.columnas.begin(), fuente.columnas.end(),
+            [&e](const ColumnaVista& c) { return Llave(c.nombre) == Llave(e.nombre); });
+        if (columna == fuente.columnas.end())
+            continue;
+        Trozo trozo = Nuevo(Identificador(fuente.alias) + u'.' + Identificador(columna->nombre),
+                            columna->tipo);
+        trozo.ancho = columna->ancho;
+        trozo.columna = *columna;
+        trozo.esColumna = true;
+        trozo.fuente = fuente.alias;
+        halladas.push_back(std::move(trozo));
     }
-    return {};
+    return halladas;
+}
+
+// A name that no source has may be the alias of another item of the list; not of one that is
+// being read, which would be defined by itself.
+const Expresion* Traductor::DeAlias(const Expresion& e, const Ambito& ambito) const
+{
+    if (!e.tabla.isEmpty() || !ambito.elementos)
+        return nullptr;
+    for (const Elemento& elemento : *ambito.elementos) {
+        const Expresion* definicion = elemento.expresion.get();
+        if (definicion && Llave(elemento.alias) == Llave(e.nombre) &&
+            !aliasAbiertos_.contains(definicion))
+            return definicion;
+    }
+    return nullptr;
 }
 
 void Traductor::ExigeAgrupado(const Expresion& e, const Ambito& ambito, const Trozo& trozo) const

@@ -157,7 +157,7 @@ TEST_F(ConsultasAccess, UnErrorDeSintaxisDiceDonde)
     EXPECT_EQ(Fallo("SELECT COD FROM ART WHERE COD=?"),
               "Error de sintaxis: no se conoce el signo \"?\" (posición 31)");
     EXPECT_EQ(Fallo("SELECT [COD FROM ART"),
-              "Error de sintaxis: Falta el corchete que cierra el nombre (posición 8)");
+              "Error de sintaxis: falta el corchete que cierra el nombre (posición 8)");
     EXPECT_EQ(Fallo("SELECT COD FROM ART LIMIT 1"),
               "Error de sintaxis cerca de \"1\" (posición 27)");
     EXPECT_EQ(
@@ -184,7 +184,7 @@ TEST_F(ConsultasAccess, UnAliasValeEnOtroElementoYEnElOrden)
     EXPECT_EQ(
         Tabla("SELECT COD,PVP*2 AS DOBLE,DOBLE+1 AS MAS FROM ART WHERE PVP<20 ORDER BY DOBLE"),
         "B4|10.5|11.5 A1|21|22");
-    EXPECT_EQ(Fallo("SELECT X+1 AS X FROM ART"), "El alias X se define con él mismo (posición 8)");
+    EXPECT_EQ(Fallo("SELECT X+1 AS X FROM ART"), "No se conoce el campo X (posición 8)");
     // Where a field has the alias' name the field is meant.
     EXPECT_EQ(Tabla("SELECT 'z' & COD AS NOMBRE,COD FROM ART ORDER BY NOMBRE"),
               "zA2|A2 zb3|b3 zB4|B4 zA1|A1");
