@@ -19,7 +19,7 @@ inline bool EstaEn(QStringView texto, qsizetype posicion, QLatin1StringView pala
         return false;
     const char16_t* sitio = texto.utf16() + posicion;
     for (qsizetype i = 0; i < palabra.size(); ++i)
-        if (EnMayuscula(sitio[i]) != palabra[i].toLatin1())
+        if (EnMayuscula(sitio[i]) != palabra[i].unicode())
             return false;
     return true;
 }

@@ -112,7 +112,7 @@ QString RutaLocal(const QString& ruta)
 #ifdef Q_OS_WIN
     return ConBarras(ruta);
 #else
-    const QString mapeada = PonUnidad(ConBarras(ruta));
+    QString mapeada = PonUnidad(ConBarras(ruta));
     if (mapeada.isEmpty())
         return mapeada;
     if (const auto hallada = SinMirarMayusculas(mapeada))

@@ -68,7 +68,7 @@ QString TextoHora(QTime hora)
 
 QString TextoMomento(const QDateTime& momento)
 {
-    const QString fecha = TextoFecha(momento.date());
+    QString fecha = TextoFecha(momento.date());
     if (fecha.isEmpty() || momento.time() == QTime(0, 0))
         return fecha;
     return fecha + u' ' + TextoHora(momento.time());

@@ -235,7 +235,7 @@ class ProveedorDePrueba : public tolmo::data::Proveedor {
                                         QStringLiteral("no anunciada: ") + sql,
                                         QStringLiteral("ProveedorDePrueba"));
         }
-        const Anuncio anuncio = *hallado;
+        Anuncio anuncio = *hallado;
         if (anuncio.exigido)
             anuncios_.erase(hallado);
         if (anuncio.error)

@@ -14,7 +14,7 @@ class Rutas : public testing::Test {
 
     QString Crea(const QString& relativa)
     {
-        const QString ruta = raiz + '/' + relativa;
+        QString ruta = raiz + '/' + relativa;
         EXPECT_TRUE(QDir().mkpath(QFileInfo(ruta).path()));
         QFile fichero(ruta);
         EXPECT_TRUE(fichero.open(QIODevice::WriteOnly));
