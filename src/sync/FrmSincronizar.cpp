@@ -12,6 +12,14 @@ using data::ui::EnFrontera;
 using sync::Opciones;
 using sync::Proceso;
 
+namespace {
+
+/// Between two turns of the window's events. A run gives one after each record and each block of
+/// an upload; to lay the list out and paint for all of them took longer than the run's own work.
+constexpr int MilisegundosEntreTurnos = 50;
+
+} // namespace
+
 FrmSincronizar::FrmSincronizar(data::Avisos& avisos, const sync::FabricaMotor& fabrica,
                                QWidget* padre, Eco eco)
     : QDialog(padre), avisos_(avisos), eco_(std::move(eco)),
@@ -23,6 +31,8 @@ FrmSincronizar::FrmSincronizar(data::Avisos& avisos, const sync::FabricaMotor& f
     QSizePolicy reserva = ui_->ProgressBar1->sizePolicy();
     reserva.setRetainSizeWhenHidden(true);
     ui_->ProgressBar1->setSizePolicy(reserva);
+    desplazamiento_.setSingleShot(true);
+    connect(&desplazamiento_, &QTimer::timeout, ui_->LstEstado, &QListWidget::scrollToBottom);
     ui_->TxtArtDesde->installEventFilter(this);
     ui_->TxtArtHasta->installEventFilter(this);
     connect(ui_->ChkTodosFam, &QCheckBox::toggled, this, [this](bool marcada) {
@@ -172,8 +182,8 @@ void FrmSincronizar::LimpiaEstado()
 void FrmSincronizar::LineaEstado(const QString& linea)
 {
     ui_->LstEstado->addItem(linea);
-    ui_->LstEstado->scrollToBottom();
     ui_->LstEstado->setCurrentRow(-1);
+    desplazamiento_.start(0);
     if (eco_)
         eco_(linea);
 }
@@ -188,14 +198,14 @@ void FrmSincronizar::Avanza(int posicion, int total)
     // Past the last record the position is negative.
     const auto porcentaje = total > 0 ? static_cast<long long>(posicion) * 100 / total : 0;
     ui_->ProgressBar1->setValue(static_cast<int>(std::clamp(porcentaje, 0LL, 100LL)));
-    ui_->LstEstado->repaint();
-    ui_->ProgressBar1->repaint();
-    repaint();
 }
 
 void FrmSincronizar::CedeEventos()
 {
+    if (ultimoTurno_.isValid() && ultimoTurno_.elapsed() < MilisegundosEntreTurnos)
+        return;
     QCoreApplication::processEvents();
+    ultimoTurno_.start();
 }
 
 void FrmSincronizar::HabilitaPestanas(bool habilitadas)

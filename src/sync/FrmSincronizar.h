@@ -1,7 +1,9 @@
 #pragma once
 #include "sync/motor.h"
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QString>
+#include <QTimer>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -61,5 +63,7 @@ class FrmSincronizar : public QDialog, private tolmo::data::Progreso {
     std::unique_ptr<tolmo::sync::Motor> motor_;
     QString Tag_{};
     bool activada_ = false;
+    QTimer desplazamiento_{}; ///< brings the list to its last line, once for each turn of events
+    QElapsedTimer ultimoTurno_{}; ///< since the events had their last turn
     std::exception_ptr fallo_{};
 };

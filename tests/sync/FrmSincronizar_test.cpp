@@ -429,6 +429,25 @@ TEST_F(FrmSincronizarTest, ElMotorPuedeVaciarLaLista)
     EXPECT_EQ(C<QListWidget>("LstEstado")->item(0)->text(), "nueva");
 }
 
+TEST_F(FrmSincronizarTest, LosTurnosSeguidosNoRepartenEventosCadaVez)
+{
+    ventana.show();
+    int repartos = 0;
+    QTimer siempre;
+    QObject::connect(&siempre, &QTimer::timeout, [&] { ++repartos; });
+    corridas.enMedio = [&](data::Progreso& progreso) {
+        siempre.start(0);
+        for (int i = 0; i < 10000; ++i)
+            progreso.CedeEventos();
+        siempre.stop();
+    };
+
+    Pulsa("CmdStock");
+
+    EXPECT_GE(repartos, 1);
+    EXPECT_LT(repartos, 100);
+}
+
 TEST_F(FrmSincronizarTest, LaBarraSoloSeVeCuandoSePide)
 {
     auto* barra = C<QProgressBar>("ProgressBar1");
