@@ -2,6 +2,7 @@
 #include "data/errores.h"
 #include "data/plantilla.h"
 #include "data/traductor.h"
+#include <cmath>
 #include <string_view>
 
 namespace tolmo::data {
@@ -24,9 +25,10 @@ QString ComoFechaMySql(const Valor& valor)
 {
     if (EsFecha(valor))
         return ComoFechaMySql(valor.toDate());
-    // A date held as a number counts days from this one on.
+    // A date held as a number counts days from this one on; it may be any of this many.
     const QDate diaCero(1899, 12, 30);
-    if (EsNumero(valor))
+    constexpr double UltimoDia = 2958465;
+    if (EsNumero(valor) && std::fabs(valor.toDouble()) <= UltimoDia)
         return ComoFechaMySql(diaCero.addDays(static_cast<qint64>(valor.toDouble())));
     const QString texto = Texto(valor);
     const QDateTime leida = LeeFecha(texto);

@@ -25,21 +25,21 @@ constexpr int SegundosParaConectar = 30;
 // A statement is never cut short by the program; this much silence is a server that is gone.
 constexpr int SegundosDeSilencio = 900;
 
-// The client's own numbers for a server that can't be reached or has gone.
+// The MySQL client's own numbers for a server that can't be reached or has gone.
 constexpr int PrimerErrorDeConexion = 2001;
 constexpr int UltimoErrorDeConexion = 2013;
 
-bool EsDeConexion(const QSqlError& error)
+bool EsDeConexion(const QSqlError& error, bool mySql)
 {
     const int nativo = error.nativeErrorCode().split(u';').front().toInt();
     return error.type() == QSqlError::ConnectionError ||
-           (nativo >= PrimerErrorDeConexion && nativo <= UltimoErrorDeConexion);
+           (mySql && nativo >= PrimerErrorDeConexion && nativo <= UltimoErrorDeConexion);
 }
 
-[[noreturn]] void Lanza(const QSqlError& error)
+QString Descripcion(const QSqlError& error)
 {
-    throw ErrorSql(EsDeConexion(error) ? numero_error::Conexion : numero_error::Sentencia,
-                   error.databaseText().trimmed(), Modulo);
+    const QString delServidor = error.databaseText().trimmed();
+    return delServidor.isEmpty() ? error.driverText().trimmed() : delServidor;
 }
 
 QStringList ControladoresInstalados()
@@ -53,12 +53,39 @@ QStringList ControladoresInstalados()
     return QString::fromUtf8(bufer.data(), escritos).split(QChar(u'\0'), Qt::SkipEmptyParts);
 }
 
+/// A connection in Qt's register, under a name of its own, for as long as this lives.
+class ConexionQt {
+  public:
+    ConexionQt()
+        : nombre_(NuevoNombre()), base_(QSqlDatabase::addDatabase(QStringLiteral("QODBC"), nombre_))
+    {
+    }
+    ~ConexionQt()
+    {
+        base_.close();
+        base_ = QSqlDatabase();
+        QSqlDatabase::removeDatabase(nombre_);
+    }
+    ConexionQt(const ConexionQt&) = delete;
+    ConexionQt& operator=(const ConexionQt&) = delete;
+
+    QSqlDatabase& Base() { return base_; }
+    const QSqlDriver& Controlador() const { return *base_.driver(); }
+
+  private:
+    static QString NuevoNombre()
+    {
+        static std::atomic<int> ultimo = 0;
+        return u"odbc%1"_s.arg(++ultimo);
+    }
+
+    QString nombre_;
+    QSqlDatabase base_;
+};
+
 class ProveedorOdbc : public Proveedor {
   public:
     ProveedorOdbc(const QString& cadena, int alConectar, bool mySql);
-    ~ProveedorOdbc() override;
-    ProveedorOdbc(const ProveedorOdbc&) = delete;
-    ProveedorOdbc& operator=(const ProveedorOdbc&) = delete;
 
     Filas Consulta(const QString& sql, bool actualizable) override;
     long long Ejecuta(const QString& sql) override;
@@ -73,57 +100,35 @@ class ProveedorOdbc : public Proveedor {
     QString Columna(const QString& nombre) const;
     QString Tabla(const Filas& filas) const;
     QString Reconoce(const Filas& filas, std::size_t fila) const;
-    void Suelta();
     [[noreturn]] void Falla(const QSqlError& error);
     void ExigeConexion() const;
 
-    QString nombre_;
-    QSqlDatabase base_;
+    ConexionQt conexion_{};
+    QSqlDatabase& base_ = conexion_.Base();
     bool mySql_;
     QString perdida_; ///< what was said when the connection broke; empty while it stands
 };
 
-QString NombreDeConexion()
-{
-    static std::atomic<int> ultima = 0;
-    return u"odbc%1"_s.arg(++ultima);
-}
-
-ProveedorOdbc::ProveedorOdbc(const QString& cadena, int alConectar, bool mySql)
-    : nombre_(NombreDeConexion()), base_(QSqlDatabase::addDatabase(u"QODBC"_s, nombre_)),
-      mySql_(mySql)
+ProveedorOdbc::ProveedorOdbc(const QString& cadena, int alConectar, bool mySql) : mySql_(mySql)
 {
     base_.setDatabaseName(cadena);
     base_.setConnectOptions(u"SQL_ATTR_LOGIN_TIMEOUT=%1"_s.arg(alConectar));
     base_.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
-    if (!base_.open()) {
-        const QSqlError error = base_.lastError();
-        Suelta();
-        throw ErrorSql(numero_error::Conexion, error.databaseText().trimmed(), Modulo);
-    }
+    if (!base_.open())
+        throw ErrorSql(numero_error::Conexion, Descripcion(base_.lastError()), Modulo);
     if (mySql)
         Corre(u"SET SESSION sql_mode=''"_s);
-}
-
-ProveedorOdbc::~ProveedorOdbc()
-{
-    base_.close();
-    Suelta();
-}
-
-void ProveedorOdbc::Suelta()
-{
-    base_ = QSqlDatabase();
-    QSqlDatabase::removeDatabase(nombre_);
 }
 
 /// Raises the error of the last operation. Once the server has gone the driver has nothing more to
 /// say, so that its last words are kept.
 void ProveedorOdbc::Falla(const QSqlError& error)
 {
-    if (EsDeConexion(error) && perdida_.isEmpty())
-        perdida_ = error.databaseText().trimmed();
-    Lanza(error);
+    const bool deConexion = EsDeConexion(error, mySql_);
+    if (deConexion)
+        perdida_ = Descripcion(error);
+    throw ErrorSql(deConexion ? numero_error::Conexion : numero_error::Sentencia,
+                   Descripcion(error), Modulo);
 }
 
 void ProveedorOdbc::ExigeConexion() const
@@ -170,12 +175,12 @@ long long ProveedorOdbc::Ejecuta(const QString& sql)
 
 QString ProveedorOdbc::Columna(const QString& nombre) const
 {
-    return base_.driver()->escapeIdentifier(nombre, QSqlDriver::FieldName);
+    return conexion_.Controlador().escapeIdentifier(nombre, QSqlDriver::FieldName);
 }
 
 QString ProveedorOdbc::Tabla(const Filas& filas) const
 {
-    return base_.driver()->escapeIdentifier(filas.tabla, QSqlDriver::TableName);
+    return conexion_.Controlador().escapeIdentifier(filas.tabla, QSqlDriver::TableName);
 }
 
 /// The condition that finds one row by what it held when it was read. A row that was added here is

@@ -7,7 +7,9 @@ namespace tolmo::data {
 /// the path of this machine, for opening a file and for nothing else. "\" and "/" are the same;
 /// drives and shares are mapped by the environment variable KOV_UNIDADES
 /// (`C:=/mnt/c;\\srv\f=/srv/f`); a name that isn't found is looked for without regard to case.
-/// A path that leads nowhere comes back mapped, with "/".
+/// A drive or share that isn't mapped leads nowhere: the letter is not dropped, or two drives would
+/// fall together. A path that leads nowhere comes back mapped, with "/"; where only its last name
+/// is missing, as of a file to be written, its folder is the one that was found.
 QString RutaLocal(const QString& ruta);
 
 /// True when the path leads to a file (a folder is none).

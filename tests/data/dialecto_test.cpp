@@ -329,6 +329,8 @@ INSTANTIATE_TEST_SUITE_P(
         // Day 45,000 of those that count from 30/12/1899 on.
         CasoFecha{"UnNumeroEsUnDiaParaMySql", 45000, "Format('45000','dd/mm/yyyy')",
                   "CAST('45000' AS NVARCHAR)", "CAST('2023/03/15' AS DATE)"},
+        CasoFecha{"UnNumeroSinDiaEntraComoEsta", 4000000.5, "Format('4000000.5','dd/mm/yyyy')",
+                  "CAST('4000000.5' AS NVARCHAR)", "CAST('4000000.5' AS DATE)"},
         CasoFecha{"UnNuloDaElTextoVacio", data::Nulo(), "Format('','dd/mm/yyyy')",
                   "CAST('' AS NVARCHAR)", "CAST('' AS DATE)"},
         CasoFecha{"ElVacioTambien", data::Valor(), "Format('','dd/mm/yyyy')",

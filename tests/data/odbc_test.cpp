@@ -419,6 +419,19 @@ TEST_F(Odbc, UnServidorQueNoHablaNoDetieneParaSiempre)
     EXPECT_LT(reloj.elapsed(), 10000);
 }
 
+TEST_F(Odbc, UnaSentenciaSinRespuestaAcabaPorPerderLaConexion)
+{
+    conexion.Conecta(Cadena() + "READ_TIMEOUT=1");
+    QElapsedTimer reloj;
+    reloj.start();
+
+    const auto error = ErrorDe([&] { Lee("SELECT SLEEP(8)"); });
+
+    EXPECT_EQ(error.Numero(), -2147467259);
+    EXPECT_LT(reloj.elapsed(), 7000);
+    EXPECT_THROW(Lee("SELECT 1"), data::ErrorSql);
+}
+
 TEST_F(Odbc, UnServidorAlQueNoSeLlegaNoDetieneParaSiempre)
 {
     ServidorMudo lleno(0);
