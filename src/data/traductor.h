@@ -5,7 +5,7 @@ namespace tolmo::data {
 
 /// The rewrites of TraduceSql, one function for each engine; both work on raw text.
 
-/// \throws nothing: a rewrite that doesn't find its place leaves the text as far as it came
+/// A rewrite that does not find its place leaves the text as far as it came.
 QString TraduceSqlServer(QString sql);
 
 /// \throws ErrorTraduccion when a "TOP", a "CSTR(" or a "&" doesn't find its place
