@@ -71,8 +71,10 @@ SesionCurl::SesionCurl(const DestinoFtp& destino, const Esperas& esperas)
 SesionCurl::~SesionCurl()
 {
     cortando_ = true;
-    // In the middle of a transfer nothing is said, the connection is just cut.
-    Despide(control_, lanzada_ ? QByteArray() : "QUIT\r\n");
+    if (lanzada_)
+        Suelta(); // in the middle of a transfer nothing is said, the connection is just cut
+    else if (control_ != CURL_SOCKET_BAD)
+        Despide(control_, "QUIT\r\n");
 }
 
 void SesionCurl::Orden(const QByteArray& orden)

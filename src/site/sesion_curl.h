@@ -66,7 +66,6 @@ class SesionCurl {
     void Conduce(const std::function<bool()>& basta);
     bool Acabada();
     void Espera();
-    bool HuboMovimiento();
     void Reanuda();
     void Suelta();
     void CompruebaResultado() const;
@@ -101,7 +100,6 @@ class SesionCurl {
     qsizetype leidos_ = 0;    ///< bytes of the buffer that are used up
     qsizetype tope_ = 0;      ///< bytes to fetch ahead
     bool movimiento_ = false; ///< bytes or lines passed since the last look
-    curl_off_t subidos_ = 0;  ///< bytes sent at the last look
     std::chrono::steady_clock::time_point ultimoMovimiento_{};
     std::chrono::milliseconds vuelta_{}; ///< longest wait for the next step
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 // How a session is driven: the library's steps, its waits, its ends and its calls back.
 
@@ -33,7 +34,6 @@ void SesionCurl::Lanza()
     respuesta_.Olvida();
     bufer_.clear();
     leidos_ = 0;
-    subidos_ = 0;
     enMarcha_ = pausada_ = finDeDatos_ = false;
     resultado_ = CURLE_OK;
     ultimoMovimiento_ = Reloj::now();
@@ -77,7 +77,7 @@ void SesionCurl::Espera()
     // Short after each step: the library opens the data connection on its next turn, and gives
     // nothing to wait for until then.
     vuelta_ = std::min(2 * vuelta_, VueltaMasLarga);
-    if (HuboMovimiento()) {
+    if (std::exchange(movimiento_, false)) {
         ultimoMovimiento_ = ahora;
         vuelta_ = VueltaMasCorta;
     }
@@ -95,15 +95,6 @@ void SesionCurl::Espera()
     curl_multi_poll(multi_.get(), nullptr, 0, static_cast<int>(vuelta.count()), nullptr);
 }
 
-bool SesionCurl::HuboMovimiento()
-{
-    curl_off_t subidos = 0;
-    curl_easy_getinfo(facil_.get(), CURLINFO_SIZE_UPLOAD_T, &subidos);
-    const bool hubo = std::exchange(movimiento_, false) || subidos != subidos_;
-    subidos_ = subidos;
-    return hubo;
-}
-
 void SesionCurl::Reanuda()
 {
     if (lanzada_ && std::exchange(pausada_, false))
@@ -116,7 +107,6 @@ void SesionCurl::Suelta()
 {
     cortando_ = true;
     respuesta_.Olvida();
-    Despide(control_, {});
     curl_multi_remove_handle(multi_.get(), facil_.get());
     lanzada_ = false;
 }

@@ -19,7 +19,7 @@ QByteArray Resto(curl_socket_t zocalo, std::chrono::milliseconds espera);
 
 /// Sends a last line without waiting for room or for an answer. Nothing can be sent after it: the
 /// transfer library would say goodbye by itself and wait for the answer of a server that may be
-/// dead. A bad socket is left alone.
+/// dead.
 void Despide(curl_socket_t zocalo, const QByteArray& linea);
 
 void Cierra(curl_socket_t zocalo);

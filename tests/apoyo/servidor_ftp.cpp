@@ -185,12 +185,15 @@ void ServidorFtp::CortaSesiones() const
 {
     for (const qint64 proceso : ProcesosDeSesion())
         kill(static_cast<pid_t>(proceso), SIGKILL);
+    EsperaFinDeSesiones();
 }
 
 /// The server's children: one process for each session.
 QList<qint64> ServidorFtp::ProcesosDeSesion() const
 {
     QList<qint64> procesos;
+    if (proceso_.state() != QProcess::Running)
+        return procesos;
     for (const QString& numero : QDir("/proc").entryList(QDir::Dirs)) {
         if (!numero[0].isDigit())
             continue;

@@ -31,7 +31,7 @@ class ServidorFtp {
     QList<QStringList> Sesiones() const;
     /// Waits until no session is left, so that the log is whole.
     void EsperaFinDeSesiones() const;
-    /// Cuts all sessions off; the server goes on listening.
+    /// Cuts all sessions off and waits until they are gone; the server goes on listening.
     void CortaSesiones() const;
 
   private:

@@ -117,6 +117,25 @@ TEST(Subida, QuienDejaDeLeerAgotaLaEsperaYLaTransferenciaQuedaAbierta)
         "DeleteFTPFile error code: 12110 Message: There is already an FTP request in progress on this session");
 }
 
+TEST(Subida, LaEsperaAgotadaNoSeRepiteParaElAdios)
+{
+    ServidorGuionizado servidor(AlSubir([](Charla& charla, Enchufe datos) {
+        datos.Lee(1000);
+        charla.Calla();
+    }));
+    ClienteFtp cliente({.conexion = std::chrono::milliseconds(500),
+                        .silencioFtp = std::chrono::milliseconds(2000)});
+    ASSERT_TRUE(cliente.Abre(servidor.Puerto()));
+    QElapsedTimer reloj;
+    reloj.start();
+
+    EXPECT_FALSE(cliente.ftp.FTPUploadFile(cliente.Local("a", Bytes(30000000)), "a"));
+    cliente.ftp.CloseConnection();
+
+    EXPECT_GE(reloj.elapsed(), 2000);
+    EXPECT_LT(reloj.elapsed(), 3800);
+}
+
 TEST(Subida, QuienLeeDespacioPeroLeeNoAgotaLaEspera)
 {
     // Every pause is shorter than the wait, all of them together are longer.

@@ -34,6 +34,22 @@ TEST(Entrada, UnServidorQueCallaTrasElUsuarioAgotaLaEspera)
     EXPECT_TRUE(p.AcaboPronto());
 }
 
+TEST(Entrada, QuienContestaDespacioPeroContestaNoAgotaLaEspera)
+{
+    // Every pause is shorter than the wait, all of them together are longer.
+    ConGuion p([](Charla& charla) {
+        for (const char* respuesta : {"220 listo", "331 clave", "230 dentro", "257 \"/\""}) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(400));
+            charla.Di(respuesta);
+            charla.Linea();
+        }
+    });
+
+    EXPECT_TRUE(p.Abre()) << p.Error().toStdString();
+
+    EXPECT_GE(p.reloj.elapsed(), 1600);
+}
+
 TEST(Entrada, UnServidorFueraDeServicioDaSuPropioTexto)
 {
     ConGuion p([](Charla& charla) { charla.Di("421 Demasiadas conexiones, espere"); });

@@ -81,6 +81,16 @@ TEST_P(cFTP, UnNombreConCarpetaCuentaDesdeDondeEstaLaSesion)
     EXPECT_FALSE(p.remoto.Existe("tienda/download/a.txt"));
 }
 
+TEST_P(cFTP, UnNombrePuedeSubirPorLasCarpetas)
+{
+    p.remoto.CreaCarpeta("img/c");
+    p.ftp.SetFTPDirectory("img/c");
+
+    EXPECT_TRUE(p.ftp.FTPUploadFile(p.cliente.Local("a", "a"), "../a.txt"));
+
+    EXPECT_TRUE(p.remoto.Existe("img/a.txt"));
+}
+
 TEST_P(cFTP, BorrarLoQueNoHayEsFalsoConLaRespuestaDelServidor)
 {
     EXPECT_FALSE(p.ftp.DeleteFTPFile("nada.txt"));
