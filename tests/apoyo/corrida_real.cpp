@@ -210,7 +210,10 @@ int EmpresaReal::Lanza(const QString& lineaDeOrdenes, ResultadoCorrida& resultad
     proceso.setProcessEnvironment(variables);
     proceso.setWorkingDirectory(carpeta_.Ruta());
     proceso.setStandardInputFile(QProcess::nullDevice());
-    proceso.start(KOV_CONSTRUCCION "/kovtolmo", lineaDeOrdenes.split(u' ', Qt::SkipEmptyParts));
+    QStringList orden = delante;
+    orden << KOV_CONSTRUCCION "/kovtolmo" << lineaDeOrdenes.split(u' ', Qt::SkipEmptyParts);
+    const QString primera = orden.takeFirst();
+    proceso.start(primera, orden);
 
     QElapsedTimer reloj;
     reloj.start();

@@ -53,6 +53,8 @@ class EmpresaReal {
     /// exit status.
     ResultadoCorrida Observa(const std::function<int(ResultadoCorrida&)>& corre);
 
+    /// A command that starts the program, with its arguments; empty for none.
+    QStringList delante{};
     /// Environment of the program, beside what every run has.
     QMap<QString, QString> entorno{};
     /// Seconds that a run may take.
