@@ -102,6 +102,20 @@ TEST_F(FaltasDeLote, UnaComillaEnLasPalabrasDeUnaFamiliaRompeSoloSuSentencia)
     EXPECT_EQ(tienda.Sql("SELECT id_category FROM ps_category WHERE id_category>2"), (std::vector<QStringList>{{"3"}, {"4"}}));
     EXPECT_EQ(tienda.Sql("SELECT name FROM ps_category_lang WHERE id_category>2"), (std::vector<QStringList>{{"Baño"}}));
 }
+// The "&" of a code is taken for an operator that has no bracket to stand in.
+TEST_F(FaltasDeLote, UnCodigoQueElTraductorNoEntiendeCierraElProgramaYLasFamiliasSeQuedan)
+{
+    empresa.Sql(SqlCatalogo() + SqlArticulo("01&1"));
+
+    const ResultadoCorrida corrida = empresa.Corre();
+
+    EXPECT_EQ(corrida.estado, 1);
+    EXPECT_THAT(corrida.errores.toStdString(), testing::StartsWith("ERROR: "));
+    EXPECT_THAT(corrida.errores.toStdString(), testing::EndsWith("\nSELECT ps_product.id_product,ps_product.reference,ps_image.id_image,ps_product.date_upd FROM ps_product LEFT JOIN ps_image ON ps_product.id_product=ps_image.id_product WHERE ps_product.reference='01&1'" + CierreDePrograma.toStdString()));
+    EXPECT_EQ(EnLineas(corrida.log.mid(corrida.log.size() - 3)), "EJECUTANDO REMOTAMENTE Actualización de familias ...Fin\nActualizando y modificando articulos\n\n");
+    EXPECT_EQ(tienda.Sql("SELECT kov_familia FROM ps_category WHERE id_category>2"), (std::vector<QStringList>{{"01"}}));
+    EXPECT_FALSE(empresa.Carpeta().Existe("sentencias.sql"));
+}
 // clang-format on
 
 } // namespace
