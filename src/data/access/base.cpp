@@ -11,7 +11,7 @@ constexpr int EsperaMilisegundos = 30000;
 
 QString Descripcion(sqlite3* base)
 {
-    const QString original = QString::fromUtf8(sqlite3_errmsg(base));
+    QString original = QString::fromUtf8(sqlite3_errmsg(base));
     const QString campo = original.section(QStringLiteral(": "), 1);
     switch (sqlite3_extended_errcode(base)) {
     case SQLITE_CONSTRAINT_UNIQUE:

@@ -173,8 +173,8 @@ QString Iso(const Momento& momento)
 
 QString TextoMomento(const Momento& momento)
 {
-    const QString hora = QString::asprintf("%d:%02d:%02d", momento.segundos / 3600,
-                                           momento.segundos / 60 % 60, momento.segundos % 60);
+    QString hora = QString::asprintf("%d:%02d:%02d", momento.segundos / 3600,
+                                     momento.segundos / 60 % 60, momento.segundos % 60);
     if (momento.dia == DiaCero)
         return hora;
     const QString dia = QString::asprintf("%02d/%02d/%04d", momento.dia.day(), momento.dia.month(),

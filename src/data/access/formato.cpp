@@ -76,9 +76,9 @@ QString Formato(const ValorFormato& valor, const QString& formato, const Semana&
 
 QString FormatoTexto(const QString& texto, const QString& formato)
 {
-    const QString base = formato.contains(u'<')   ? texto.toLower()
-                         : formato.contains(u'>') ? texto.toUpper()
-                                                  : texto;
+    QString base = formato.contains(u'<')   ? texto.toLower()
+                   : formato.contains(u'>') ? texto.toUpper()
+                                            : texto;
     const qsizetype huecos = formato.count(u'@') + formato.count(u'&');
     if (huecos == 0)
         return base;

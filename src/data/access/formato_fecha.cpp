@@ -53,7 +53,7 @@ class Formateador {
             ++p_;
             ++veces;
         }
-        const QString pieza = Parte(letra, veces);
+        QString pieza = Parte(letra, veces);
         // Behind an hour "m" is a minute.
         trasHora_ = letra == u'h';
         return pieza;
@@ -62,7 +62,7 @@ class Formateador {
     QString EntreComillas()
     {
         const qsizetype fin = formato_.indexOf(u'"', p_ + 1);
-        const QString dentro = formato_.mid(p_ + 1, fin < 0 ? -1 : fin - p_ - 1);
+        QString dentro = formato_.mid(p_ + 1, fin < 0 ? -1 : fin - p_ - 1);
         p_ = fin < 0 ? formato_.size() : fin + 1;
         return dentro;
     }

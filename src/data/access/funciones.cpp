@@ -189,11 +189,15 @@ void Argumentos::DevuelveArgumento(int i) const
 
 double RedondeaPar(double numero, int decimales)
 {
-    const double escala = std::pow(10.0, decimales);
+    const double escala = decimales == 4 ? 1e4 : std::pow(10.0, decimales);
+    const double ampliado = numero * escala;
+    const double cercano = std::nearbyint(ampliado);
     // 1.005 * 100 is 100.49999999999999: what stands behind the 15th digit is noise of the
-    // multiplication and would hide a half.
-    const double ampliado = QString::number(numero * escala, 'g', 15).toDouble();
-    return std::nearbyint(ampliado) / escala;
+    // multiplication and would hide a half. Far from a half it doesn't matter.
+    constexpr double LejosDelMedio = 0.4;
+    if (std::fabs(ampliado - cercano) < LejosDelMedio)
+        return cercano / escala;
+    return std::nearbyint(QString::number(ampliado, 'g', 15).toDouble()) / escala;
 }
 
 double NumeroAlPrincipio(QStringView texto)

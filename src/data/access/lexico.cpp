@@ -89,7 +89,7 @@ class Cortador {
         const qsizetype fin = sql_.indexOf(cierre, p_ + 1);
         if (fin < 0)
             RechazaEn(p_, QStringLiteral("Error de sintaxis: ") + falta);
-        const QString texto = sql_.mid(p_ + 1, fin - p_ - 1);
+        QString texto = sql_.mid(p_ + 1, fin - p_ - 1);
         p_ = fin + 1;
         return texto;
     }
