@@ -87,7 +87,7 @@ ExtendedLog "@ESTADO@/ordenes" ALL ordenes
 ServidorFtp::ServidorFtp(const QString& carpeta, const OpcionesServidorFtp& opciones)
     : carpeta_(QDir(carpeta).canonicalPath())
 {
-    const QString clave = Salida("openssl", {"passwd", "-6", Clave()});
+    const QString clave = Salida("perl", {"-e", "print crypt($ARGV[0], '$6$prueba$')", Clave()});
     Escribe(estado_.filePath("usuarios"), QStringLiteral("%1:%2:%3:%4::%5:/bin/sh\n")
                                               .arg(Usuario(), clave)
                                               .arg(getuid())
