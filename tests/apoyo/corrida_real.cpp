@@ -2,6 +2,7 @@
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QRegularExpression>
+#include <ostream>
 
 namespace {
 
@@ -236,6 +237,11 @@ int EmpresaReal::Lanza(const QString& lineaDeOrdenes, ResultadoCorrida& resultad
     resultado.salida += QString::fromUtf8(proceso.readAllStandardOutput());
     resultado.errores = QString::fromUtf8(proceso.readAllStandardError());
     return estado;
+}
+
+void PrintTo(const QString& texto, std::ostream* salida)
+{
+    *salida << '"' << texto.toStdString() << '"';
 }
 
 std::string EnLineas(const QStringList& lista)

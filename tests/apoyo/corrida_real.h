@@ -4,6 +4,7 @@
 #include <QDate>
 #include <QMap>
 #include <functional>
+#include <iosfwd>
 
 /// What the built program did in one run.
 struct ResultadoCorrida {
@@ -75,6 +76,9 @@ class EmpresaReal {
     TiendaDePrueba& tienda_;
     CarpetaDePrueba carpeta_{};
 };
+
+/// For GoogleTest, which would show a text as its bytes.
+void PrintTo(const QString& texto, std::ostream* salida);
 
 /// A list with one entry a line, so that a comparison that fails shows the lines that differ.
 std::string EnLineas(const QStringList& lista);

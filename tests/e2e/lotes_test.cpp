@@ -166,4 +166,38 @@ TEST_F(LotesPorCuenta, TodoLlegaALaTienda)
     EXPECT_EQ(corrida.estado, 0);
 }
 
+/// As many articles as one batch can take, and then one more.
+struct FinDeLote : testing::Test {
+    static void SetUpTestSuite()
+    {
+        EmpresaReal empresa(TiendaComun({.generacion = "1.6.0", .idiomas = 1}));
+        QString articulos;
+        for (int i = 1; i <= 24; ++i)
+            articulos += SqlArticulo("01" + DosCifras(i));
+        empresa.Sql(articulos);
+        con24 = empresa.Corre("/SOLOARTIC:000001");
+        empresa.Sql(SqlArticulo("0125"));
+        con25 = empresa.Corre("/SOLOARTIC:000001");
+    }
+
+    static inline ResultadoCorrida con24{}, con25{};
+};
+
+TEST_F(FinDeLote, VeinticuatroArticulosVanEnUnSoloLote)
+{
+    EXPECT_EQ(EnLineas(con24.Titulos().filter("artículos")),
+              EnLineas({"EJECUTANDO REMOTAMENTE Actualización de artículos (...-3)"}));
+    EXPECT_EQ(con24.Sentencias("INSERT INTO ps_product (").size(), 24);
+}
+
+// Nothing has changed in the first 24, so their batch is handed over with nothing in it.
+TEST_F(FinDeLote, ElVeinticincoVaEnElSegundo)
+{
+    EXPECT_EQ(EnLineas(con25.Titulos().filter("artículos")),
+              EnLineas({"EJECUTANDO REMOTAMENTE Actualización de artículos (...25)",
+                        "EJECUTANDO REMOTAMENTE Actualización de artículos (...-3)"}));
+    EXPECT_EQ(con25.lotes.value(1), "");
+    EXPECT_EQ(con25.SentenciasDe(2).filter("INSERT INTO ps_product (").size(), 1);
+}
+
 } // namespace
