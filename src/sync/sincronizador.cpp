@@ -1,10 +1,13 @@
 #include "sync/sincronizador.h"
 #include "configurator/carga_configurador.h"
 #include "sync/articulos.h"
+#include "sync/atributos.h"
 #include "sync/cierre.h"
 #include "sync/corrida.h"
 #include "sync/familias.h"
-#include "sync/maestros.h"
+#include "sync/marcas.h"
+#include "sync/retirados.h"
+#include "sync/vales.h"
 
 namespace tolmo::sync {
 namespace {
