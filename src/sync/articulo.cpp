@@ -41,11 +41,13 @@ QString TextoOUno(const data::Valor& valor)
 
 } // namespace
 
-Articulo PreparaArticulo(Corrida& corrida, const data::Recordset& fila, const QString& id)
+Articulo PreparaArticulo(Corrida& corrida, const data::Recordset& fila, const QString& id,
+                         Camino camino)
 {
     const data::Parametros& parametros = corrida.Parametros();
     const QString codigo = Texto(fila["CodArticulo"]);
     Articulo articulo{.fila = fila,
+                      .camino = camino,
                       .CodArticulo = codigo,
                       .codalternativo = TextoO(fila["codalternativo"]),
                       .id = id,

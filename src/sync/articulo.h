@@ -18,9 +18,13 @@ struct TextosArticulo {
     QString corta{};
 };
 
+/// The two lists of steps of an article: one that the shop lacks, and one that it has.
+enum class Camino { Alta, Cambio };
+
 /// One article of the pass: its row and the values that both paths write.
 struct Articulo {
     const data::Recordset& fila;
+    Camino camino = Camino::Alta;
     QString CodArticulo{};
     QString codalternativo{};
     QString id{};        ///< id_product
@@ -36,7 +40,8 @@ struct Articulo {
 /// Gathers the values of the article that `fila` stands on: looks up its default category and its
 /// manufacturer and makes its texts ready.
 /// \throws data::ErrorDatos 3265 for a column that a parameter names and that isn't there
-Articulo PreparaArticulo(Corrida& corrida, const data::Recordset& fila, const QString& id);
+Articulo PreparaArticulo(Corrida& corrida, const data::Recordset& fila, const QString& id,
+                         Camino camino);
 
 /// The category of an article: that of the deepest published family whose key the article's code
 /// begins with, as the shop numbers it.

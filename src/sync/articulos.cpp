@@ -117,7 +117,8 @@ void CambiaArticulo(Corrida& corrida, const data::Recordset& fila, data::Records
 {
     corrida.RegistraLog(QStringLiteral("Actualizando articulo ") +
                         Nombre(Texto(fila["CodArticulo"]), Texto(fila["codalternativo"])));
-    const Articulo articulo = PreparaArticulo(corrida, fila, Texto(productos["id_product"]));
+    const Articulo articulo =
+        PreparaArticulo(corrida, fila, Texto(productos["id_product"]), Camino::Cambio);
     for (const Paso paso : PasosDeCambio)
         paso(corrida, articulo, productos);
 }
@@ -131,7 +132,7 @@ void InsertaArticulo(Corrida& corrida, const data::Recordset& fila, data::Record
     (void)data::ExisteFichero(Texto(fila["Foto"]));
     corrida.RegistraLog(QStringLiteral("Añadiendo artículo ") +
                         Nombre(codigo, Texto(fila["codalternativo"])));
-    const Articulo articulo = PreparaArticulo(corrida, fila, id);
+    const Articulo articulo = PreparaArticulo(corrida, fila, id, Camino::Alta);
     for (const Paso paso : PasosDeAlta)
         paso(corrida, articulo, productos);
 }

@@ -29,6 +29,9 @@ constexpr Plantilla SqlInsertaImagen(u"INSERT INTO ps_product_attribute_image (i
 constexpr Plantilla SqlInsertaCombinacion(u"INSERT INTO ps_product_attribute (ID_PRODUCT_ATTRIBUTE,ID_PRODUCT,PRICE,WEIGHT,DEFAULT_ON) SELECT {idcomb} , ID_PRODUCT,{inc},{pes},{def} From ps_product WHERE REFERENCE ='{CodArticulo}'||");
 constexpr Plantilla SqlInsertaTiendaNueva(u"INSERT INTO ps_product_attribute_shop (ID_PRODUCT_ATTRIBUTE,ID_PRODUCT,ID_SHOP,PRICE,WEIGHT,DEFAULT_ON) SELECT {idcomb6} , ID_PRODUCT, 1,{inc},{pes},{def} From ps_product WHERE REFERENCE ='{CodArticulo}'||");
 constexpr Plantilla SqlInsertaTienda(u"INSERT INTO ps_product_attribute_shop (ID_PRODUCT_ATTRIBUTE,ID_SHOP,PRICE,WEIGHT,DEFAULT_ON) SELECT {idcomb6} ,1,{inc},{pes},{def} From ps_product WHERE REFERENCE ='{CodArticulo}'||");
+
+// The change's own copy of the query has a blank more.
+constexpr Plantilla SqlCategoriasEnCambio(u"SELECT DISTINCT CODCATEGORIA FROM PS_CONF_ART_VAL WHERE  CODARTICULO='{CodArticulo}' ORDER BY CODCATEGORIA");
 // clang-format on
 
 /// The names under which a row holds the value of one category.
@@ -59,9 +62,12 @@ std::vector<Columnas> ColumnasDe(int cuantas)
     return columnas;
 }
 
-QStringList CategoriasDe(Corrida& corrida, const QString& codArticulo)
+QStringList CategoriasDe(Corrida& corrida, const Articulo& articulo)
 {
-    auto filas = LeeLocal(corrida, configurator::SqlCategoriasDeArticulo(codArticulo));
+    auto filas =
+        LeeLocal(corrida, articulo.camino == Camino::Cambio
+                              ? SqlCategoriasEnCambio({{"CodArticulo", articulo.CodArticulo}})
+                              : configurator::SqlCategoriasDeArticulo(articulo.CodArticulo));
     QStringList categorias;
     for (; !filas.Fin(); filas.Siguiente())
         categorias << Texto(filas["CODCATEGORIA"]);
@@ -138,7 +144,7 @@ void BorraCombinaciones(Corrida& corrida, const Articulo& articulo)
 
 void EscribeCombinaciones(Corrida& corrida, const Articulo& articulo)
 {
-    const QStringList categorias = CategoriasDe(corrida, articulo.CodArticulo);
+    const QStringList categorias = CategoriasDe(corrida, articulo);
     if (categorias.isEmpty())
         return;
     auto filas = LeeLocal(corrida, configurator::SqlCombinaciones(articulo.CodArticulo, categorias,

@@ -13,6 +13,8 @@ using data::Texto;
 // clang-format off
 constexpr Plantilla SqlExistencias(u"SELECT SUM(EXISTENCIAS) AS EXI from m_Exist WHERE CODARTICULO='{CodArticulo}' AND ANIO=YEAR(DATE()) AND CODALMACEN IN ('{almacenes}')");
 constexpr Plantilla SqlConfiguraciones(u"SELECT M_EXIST_LOTE.CODARTICULO,CADENA,IDCONF,SUM(EXISTENCIAS) AS EXI from m_Exist_Lote INNER JOIN CONFCAD ON  m_exist_lote.codarticulo=confcad.codarticulo and m_exist_lote.idconf=confcad.id WHERE m_exist_lote.CODARTICULO='{CodArticulo}' AND ANIO=YEAR(DATE()) AND CODALMACEN IN ('{almacenes}') AND IDCONF<>'0'  AND EXISTENCIAS>0 GROUP BY M_EXIST_LOTE.CODARTICULO,IDCONF,CADENA");
+// The change's own copy has a blank less.
+constexpr Plantilla SqlConfiguracionesEnCambio(u"SELECT M_EXIST_LOTE.CODARTICULO,CADENA,IDCONF,SUM(EXISTENCIAS) AS EXI from m_Exist_Lote INNER JOIN CONFCAD ON  m_exist_lote.codarticulo=confcad.codarticulo and m_exist_lote.idconf=confcad.id WHERE m_exist_lote.CODARTICULO='{CodArticulo}' AND ANIO=YEAR(DATE()) AND CODALMACEN IN ('{almacenes}') AND IDCONF<>'0' AND EXISTENCIAS>0 GROUP BY M_EXIST_LOTE.CODARTICULO,IDCONF,CADENA");
 
 constexpr Plantilla SqlBorraExistencias(u"DELETE FROM ps_stock_available WHERE id_product='{id}' ||");
 constexpr Plantilla SqlInsertaArticulo(u"INSERT INTO ps_stock_available (id_stock_available,id_product,id_product_attribute,id_shop,id_shop_group,quantity,depends_on_stock,out_of_stock) VALUES ('{id}000000','{id}',0,1,0,{cantidad},0,0) ||");
@@ -50,10 +52,11 @@ QString FiltroDe(BuscadorDeAtributos& busca, const QString& cadena)
 }
 
 std::vector<Existencias::Configuracion> LeeConfiguraciones(Corrida& corrida, const QString& codigo,
-                                                           const QString& almacenes)
+                                                           const QString& almacenes, Camino camino)
 {
-    auto filas =
-        LeeLocal(corrida, SqlConfiguraciones({{"CodArticulo", codigo}, {"almacenes", almacenes}}));
+    const Plantilla& sql =
+        camino == Camino::Cambio ? SqlConfiguracionesEnCambio : SqlConfiguraciones;
+    auto filas = LeeLocal(corrida, sql({{"CodArticulo", codigo}, {"almacenes", almacenes}}));
     BuscadorDeAtributos busca(corrida);
     std::vector<Existencias::Configuracion> configuraciones;
     for (; !filas.Fin(); filas.Siguiente())
@@ -63,7 +66,7 @@ std::vector<Existencias::Configuracion> LeeConfiguraciones(Corrida& corrida, con
     return configuraciones;
 }
 
-Existencias LeeExistencias(Corrida& corrida, const QString& codigo)
+Existencias LeeExistencias(Corrida& corrida, const QString& codigo, Camino camino)
 {
     const data::Parametros& parametros = corrida.Parametros();
     const QString almacenes = ListaSql(parametros.PSAlmacenes);
@@ -71,7 +74,7 @@ Existencias LeeExistencias(Corrida& corrida, const QString& codigo)
         LeeLocal(corrida, SqlExistencias({{"CodArticulo", codigo}, {"almacenes", almacenes}}));
     Existencias existencias{.CodArticulo = codigo, .cantidad = Cantidad(fila)};
     if (parametros.PS_MODOCONFIGURADOR)
-        existencias.configuraciones = LeeConfiguraciones(corrida, codigo, almacenes);
+        existencias.configuraciones = LeeConfiguraciones(corrida, codigo, almacenes, camino);
     return existencias;
 }
 
@@ -112,7 +115,8 @@ std::vector<ParDeCadena> ParteCadena(const QString& Cadena)
 void EscribeExistencias(Corrida& corrida, const Articulo& articulo)
 {
     if (corrida.opciones.stock)
-        Escribe(corrida.lote, LeeExistencias(corrida, articulo.CodArticulo), articulo.id);
+        Escribe(corrida.lote, LeeExistencias(corrida, articulo.CodArticulo, articulo.camino),
+                articulo.id);
 }
 
 void EscribeSoloExistencias(Corrida& corrida, const data::Recordset& fila,
@@ -121,7 +125,8 @@ void EscribeSoloExistencias(Corrida& corrida, const data::Recordset& fila,
     const QString codigo = Texto(fila["CodArticulo"]);
     corrida.RegistraLog(ActualizandoStock(
         {{"CodArticulo", codigo}, {"codalternativo", Texto(fila["codalternativo"])}}));
-    const Existencias existencias = LeeExistencias(corrida, codigo);
+    // Its query is the one of a new article.
+    const Existencias existencias = LeeExistencias(corrida, codigo, Camino::Alta);
     // A product with several pictures has several rows: each repetition clears the one before.
     for (; !productos.Fin(); productos.Siguiente())
         Escribe(corrida.lote, existencias, Texto(productos["id_product"]));

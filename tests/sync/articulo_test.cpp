@@ -25,7 +25,7 @@ struct ArticuloTest : testing::Test {
         p.tienda.Espera("SELECT id_category FROM ps_category WHERE kov_familia='0101'",
                         HazFilas({"id_category"}, {{57}}));
         registro = fila.Fila();
-        return sync::PreparaArticulo(p.corrida, registro, "71");
+        return sync::PreparaArticulo(p.corrida, registro, "71", sync::Camino::Alta);
     }
 };
 
@@ -128,7 +128,8 @@ TEST_F(ArticuloTest, UnaCategoriaNulaQuedaVaciaYElProductoTomaUno)
                     HazFilas({"id_category"}, {{Nulo()}}));
     registro = fila.Fila();
 
-    const sync::Articulo articulo = sync::PreparaArticulo(p.corrida, registro, "71");
+    const sync::Articulo articulo =
+        sync::PreparaArticulo(p.corrida, registro, "71", sync::Camino::Alta);
 
     EXPECT_EQ(articulo.categoria, "");
     EXPECT_EQ(articulo.catdefecto, "1");

@@ -204,6 +204,19 @@ struct PasaArticulosTest : testing::Test {
                             SinFilas);
     }
 
+    /// An article without stock; `blancos` stand before the last condition on its lots.
+    void PermiteExistencias(const QString& codigo, const QString& blancos)
+    {
+        p.local.Permite("SELECT SUM(EXISTENCIAS) AS EXI from m_Exist WHERE CODARTICULO='" + codigo +
+                            "' AND ANIO=YEAR(DATE()) AND CODALMACEN IN ('01')",
+                        HazFilas({"EXI"}, {{Nulo()}}));
+        p.local.Permite(
+            "SELECT M_EXIST_LOTE.CODARTICULO,CADENA,IDCONF,SUM(EXISTENCIAS) AS EXI from m_Exist_Lote INNER JOIN CONFCAD ON  m_exist_lote.codarticulo=confcad.codarticulo and m_exist_lote.idconf=confcad.id WHERE m_exist_lote.CODARTICULO='" +
+                codigo + "' AND ANIO=YEAR(DATE()) AND CODALMACEN IN ('01') AND IDCONF<>'0'" +
+                blancos + "AND EXISTENCIAS>0 GROUP BY M_EXIST_LOTE.CODARTICULO,IDCONF,CADENA",
+            SinFilas);
+    }
+
     void NoEstaEnLaTienda(const QString& codigo)
     {
         p.tienda.Espera(SqlProductos(codigo), SinFilas);
@@ -252,6 +265,44 @@ TEST_F(PasaArticulosTest, ElQueHaCambiadoSeActualiza)
     sync::PasaArticulos(p.corrida);
 
     EXPECT_TRUE(p.Log().contains("Actualizando articulo A / ALT7"));
+}
+
+// The two paths' copies of a query differ in a blank.
+TEST_F(PasaArticulosTest, LaConsultaDeCategoriasLlevaUnBlancoEnElAltaYDosEnElCambio)
+{
+    Articulos({"A", "B"});
+    NoEstaEnLaTienda("A");
+    EstaEnLaTienda("B", 33, Dia(1, 9));
+
+    sync::PasaArticulos(p.corrida);
+
+    EXPECT_EQ(
+        p.local.consultas.filter("SELECT DISTINCT"),
+        (QStringList{
+            "SELECT DISTINCT CODCATEGORIA FROM PS_CONF_ART_VAL WHERE CODARTICULO='A' ORDER BY CODCATEGORIA",
+            "SELECT DISTINCT CODCATEGORIA FROM PS_CONF_ART_VAL WHERE  CODARTICULO='B' ORDER BY CODCATEGORIA"}));
+}
+
+TEST_F(PasaArticulosTest, LaConsultaDeLotesLlevaUnBlancoEnElCambioYDosEnElAltaYEnSoloStock)
+{
+    p.programa.parametros.PS_MODOCONFIGURADOR = true;
+    p.opciones.stock = true;
+    PermiteExistencias("A", "  ");
+    PermiteExistencias("B", " ");
+    Articulos({"A", "B"});
+    NoEstaEnLaTienda("A");
+    EstaEnLaTienda("B", 33, Dia(1, 9));
+
+    sync::PasaArticulos(p.corrida);
+
+    p.opciones.proceso = Proceso::Stock;
+    PermiteExistencias("C", "  ");
+    Articulos({"C"});
+    EstaEnLaTienda("C", 34, Dia(1, 9));
+
+    sync::PasaArticulos(p.corrida);
+
+    EXPECT_EQ(p.local.consultas.filter("CONFCAD").size(), 3);
 }
 
 TEST_F(PasaArticulosTest, EnElRangoSeActualizaAunqueNoHayaCambiado)
