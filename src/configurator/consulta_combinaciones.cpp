@@ -28,28 +28,33 @@ QString SqlCategoriasDeArticulo(const QString& CodArticulo)
     return SqlCategorias({{"CodArticulo", CodArticulo}});
 }
 
-QString SqlCombinaciones(const QString& CodArticulo, const QStringList& categorias, int tarifa)
+QString SqlCombinaciones(const QString& CodArticulo, const QStringList& categorias,
+                         const QString& incremento)
 {
-    // The column of price list 1 has no number.
-    const QString numero = tarifa == 1 ? QString() : data::Texto(tarifa);
     const int cuantas = static_cast<int>(categorias.size());
-    QString incremento = QStringLiteral("0");
+    QString precio = QStringLiteral("0");
     QString peso = QStringLiteral("0");
     QStringList desde;
     QStringList orden;
     for (int k = 1; k <= cuantas; ++k) {
         const QString alias = Alias(k);
-        incremento += QStringLiteral(" + ") + alias + QStringLiteral(".INC_PVP") + numero;
+        precio += QStringLiteral(" + ") + alias + u'.' + incremento;
         peso += QStringLiteral(" + ") + alias + QStringLiteral(".PESO");
         desde << ValoresDeCategoria(
             {{"codcategoria", categorias[k - 1]}, {"CodArticulo", CodArticulo}, {"T", alias}});
         orden << OrdenDeCategoria({{"p", ColumnaDeCombinacion(k, cuantas, {})}});
     }
     return SqlProducto(
-        {{"campos",
-          Campos({{"k", data::Texto(cuantas)}, {"incremento", incremento}, {"peso", peso}})},
+        {{"campos", Campos({{"k", data::Texto(cuantas)}, {"incremento", precio}, {"peso", peso}})},
          {"desde", desde.join(QStringLiteral(" , "))},
          {"orden", orden.join(u',')}});
+}
+
+QString SqlCombinaciones(const QString& CodArticulo, const QStringList& categorias, int tarifa)
+{
+    // The column of price list 1 has no number.
+    const QString numero = tarifa == 1 ? QString() : data::Texto(tarifa);
+    return SqlCombinaciones(CodArticulo, categorias, QStringLiteral("INC_PVP") + numero);
 }
 
 QString ColumnaDeCombinacion(int k, int cuantas, const QString& columna)

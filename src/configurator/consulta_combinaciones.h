@@ -12,7 +12,10 @@ QString SqlCategoriasDeArticulo(const QString& CodArticulo);
 /// joined without a condition, so that its rows are the cross product of the values, those of the
 /// first category first. Beside their columns it gives CUANTASCAT, INC_PVP_COMBINA and
 /// PESO_COMBINA, plain sums over the chosen values.
-/// \param tarifa price list of the increments, from 1
+/// \param incremento column of PS_CONF_ART_VAL that the prices' increments come from
+QString SqlCombinaciones(const QString& CodArticulo, const QStringList& categorias,
+                         const QString& incremento);
+/// The same for the increments of a price list, from 1.
 QString SqlCombinaciones(const QString& CodArticulo, const QStringList& categorias, int tarifa);
 
 /// The name under which a row of that query holds a column of category `k` (from 1) of `cuantas`:

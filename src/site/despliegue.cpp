@@ -1,4 +1,4 @@
-#include "data/consultas.h"
+#include "site/puerto_ftp.h"
 #include "site/sitio.h"
 
 namespace tolmo::site {
@@ -8,17 +8,6 @@ const QStringList Guiones{
     QStringLiteral("ejecuta.php"),    QStringLiteral("dimensiona.php"),
     QStringLiteral("borraimg.php"),   QStringLiteral("creapath.php"),
     QStringLiteral("borracache.php"), QStringLiteral("borraimgobsoletas.php")};
-
-constexpr int ErrorTipos = 13;
-
-int PuertoFtp(const QString& puerto)
-{
-    if (!data::EsNumerico(puerto))
-        throw data::ErrorEjecucion(
-            ErrorTipos,
-            QStringLiteral("No coinciden los tipos: el puerto de FTP no es un número."));
-    return static_cast<int>(data::ValorNumerico(puerto));
-}
 
 } // namespace
 

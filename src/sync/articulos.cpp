@@ -140,8 +140,7 @@ void InsertaArticulo(Corrida& corrida, const data::Recordset& fila, data::Record
 void PasaArticulo(Corrida& corrida, const data::Recordset& fila)
 {
     const Opciones& opciones = corrida.opciones;
-    auto productos =
-        LeeTienda(corrida, SqlProductos({{"CodArticulo", Texto(fila["CodArticulo"])}}));
+    auto productos = LeeTienda(corrida, SqlDeProductos(Texto(fila["CodArticulo"])));
     if (productos.Fin()) {
         if (opciones.proceso != Proceso::Familias)
             InsertaArticulo(corrida, fila, productos);
@@ -219,6 +218,11 @@ QString SqlDeArticulos(const Corrida& corrida)
                          {"lista", ListaSql(parametros.CADACTIVOWEB)},
                          {"empresa", corrida.programa.CodigoEmpresa()},
                          {"rango", RangoDe(corrida.opciones)}});
+}
+
+QString SqlDeProductos(const QString& CodArticulo)
+{
+    return SqlProductos({{"CodArticulo", CodArticulo}});
 }
 
 bool HaCambiado(const data::Valor& date_upd, const data::Valor& FECHAMODIFICACION, const QDate& hoy)

@@ -23,6 +23,10 @@ void PasaArticulos(Corrida& corrida);
 /// The text of the pass's query.
 QString SqlDeArticulos(const Corrida& corrida);
 
+/// The query for the shop's rows of an article, one for each of its pictures; an article without a
+/// picture has one row all the same, and one that the shop doesn't know has none.
+QString SqlDeProductos(const QString& CodArticulo);
+
 /// True when an article that the shop has goes out again: the shop's date is earlier than the
 /// article's, or the article was changed today (each run of that day sends it), or it has no date.
 /// A product that the shop never dated counts as earlier than any change.

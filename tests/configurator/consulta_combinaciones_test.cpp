@@ -33,6 +33,14 @@ TEST(SqlCombinaciones, LaTarifaUnoLeeLaColumnaSinNumero)
     EXPECT_TRUE(SqlCombinaciones("A7", {"COL"}, 5).contains("T001.INC_PVP5 AS"));
 }
 
+TEST(SqlCombinaciones, LosIncrementosPuedenVenirDeLaColumnaQueSeDiga)
+{
+    const QString sql = SqlCombinaciones("A7", {"COL", "TAL"}, "INC_PVPX");
+
+    EXPECT_TRUE(sql.startsWith(
+        "SELECT 2 AS CUANTASCAT,0 + T001.INC_PVPX + T002.INC_PVPX AS INC_PVP_COMBINA,0 + T001.PESO + T002.PESO AS PESO_COMBINA,* FROM "));
+}
+
 TEST(SqlCombinaciones, ElNombreDeLaDecimaCategoriaTieneTresCifras)
 {
     const QStringList categorias(10, QStringLiteral("X"));
