@@ -204,7 +204,8 @@ QString TraduceMySql(QString sql)
         TraduceLen(sql);
     if (presentes.like)
         TraduceLike(sql);
-    if (presentes.top)
+    // A LEN behind a TOP brings it the blank that makes it one.
+    if (presentes.top || presentes.len)
         TraduceTop(sql);
     if (presentes.iif)
         ReemplazaPalabra(sql, "IIF"_L1, "IF"_L1);

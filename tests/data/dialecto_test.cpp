@@ -92,7 +92,10 @@ INSTANTIATE_TEST_SUITE_P(
         CasoTraduccion{"SinBlancoDelanteSeDeja", "TOP 5 X", "TOP 5 X"},
         CasoTraduccion{"DosBlancosDetras", "SELECT TOP  5 X", "SELECT X LIMIT   5"},
         // From the third blank on the number is looked for too early.
-        CasoTraduccion{"ConTresBlancosElNumeroSeQueda", "SELECT TOP   5 X", "SELECT 5 X LIMIT   "}),
+        CasoTraduccion{"ConTresBlancosElNumeroSeQueda", "SELECT TOP   5 X", "SELECT 5 X LIMIT   "},
+        // The rules follow each other: the blank behind this TOP is the one that LEN brings.
+        CasoTraduccion{"ElBlancoDeLenLoHaceVisible", "'Mesa TOPLEN(2) x y'",
+                       "'Mesa x y' LIMIT  CHAR_LENGTH(2)"}),
     NombreDeRegla);
 
 INSTANTIATE_TEST_SUITE_P(
