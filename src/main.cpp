@@ -27,6 +27,7 @@ class MotorDeTienda : public sync::Motor {
     {
         sincronizador_.SincronizaPrestashop(opciones);
     }
+    void BorraImagenesObsoletas() override { sincronizador_.BorraImagenesObsoletas(); }
     bool EnMarcha() const override { return sincronizador_.EnMarcha(); }
 
   private:

@@ -38,6 +38,8 @@ class Progreso {
     virtual void Avanza(int posicion, int total) = 0;
     /// Gives the window's events a turn.
     virtual void CedeEventos() = 0;
+    /// False once the process has been asked to end. What may go on for ever stops then.
+    virtual bool SigueElPrograma() const { return true; }
     virtual void HabilitaPestanas(bool habilitadas) = 0;
 };
 

@@ -1,6 +1,7 @@
 #include "sync/FrmSincronizar.h"
 #include "data/ui/frontera.h"
 #include "ui_FrmSincronizar.h"
+#include <QApplication>
 #include <QEvent>
 #include <QShowEvent>
 #include <algorithm>
@@ -58,7 +59,7 @@ void FrmSincronizar::ConectaBotones()
     connect(ui_->CmdValesDto, &QPushButton::clicked, this,
             [this] { Lanza({.proceso = Proceso::Vales}); });
     connect(ui_->CmdBorrarImagenesObsoletas, &QPushButton::clicked, this,
-            [this] { EnProximaVersion(QStringLiteral("El borrado de imágenes no usadas")); });
+            [this] { BorraImagenesObsoletas(); });
 }
 
 Opciones FrmSincronizar::OpcionesTodo() const
@@ -149,6 +150,21 @@ void FrmSincronizar::LanzaYCierra(const Opciones& opciones)
     QDialog::done(Accepted);
 }
 
+/// The one job that may go on for ever: the desktop must still be able to end the program. The
+/// window stays at its end.
+void FrmSincronizar::BorraImagenesObsoletas()
+{
+    if (motor_->EnMarcha())
+        return;
+    purgando_ = true;
+    qApp->installEventFilter(this);
+    EnFrontera(avisos_, [this] { motor_->BorraImagenesObsoletas(); });
+    qApp->removeEventFilter(this);
+    purgando_ = false;
+    if (std::exchange(finPedido_, false))
+        QCoreApplication::quit();
+}
+
 /// Every way of closing comes through here.
 void FrmSincronizar::done(int resultado)
 {
@@ -167,7 +183,13 @@ void FrmSincronizar::EnProximaVersion(const QString& que)
 
 bool FrmSincronizar::eventFilter(QObject* objeto, QEvent* evento)
 {
-    if (evento->type() == QEvent::MouseButtonDblClick) {
+    if (objeto == qApp && evento->type() == QEvent::Quit) {
+        // Asked for again when the purge has stopped: till then the window would refuse it.
+        finPedido_ = true;
+        return true;
+    }
+    const bool enElRango = objeto == ui_->TxtArtDesde || objeto == ui_->TxtArtHasta;
+    if (enElRango && evento->type() == QEvent::MouseButtonDblClick) {
         EnProximaVersion(QStringLiteral("El selector de artículos"));
         return true;
     }
@@ -184,6 +206,11 @@ void FrmSincronizar::LineaEstado(const QString& linea)
     ui_->LstEstado->addItem(linea);
     ui_->LstEstado->setCurrentRow(-1);
     desplazamiento_.start(0);
+    if (purgando_) {
+        // The request that follows may hold the window for minutes.
+        ui_->LstEstado->scrollToBottom();
+        ui_->LstEstado->viewport()->repaint();
+    }
     if (eco_)
         eco_(linea);
 }
@@ -206,6 +233,11 @@ void FrmSincronizar::CedeEventos()
         return;
     QCoreApplication::processEvents();
     ultimoTurno_.start();
+}
+
+bool FrmSincronizar::SigueElPrograma() const
+{
+    return !finPedido_;
 }
 
 void FrmSincronizar::HabilitaPestanas(bool habilitadas)

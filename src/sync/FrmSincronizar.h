@@ -43,6 +43,7 @@ class FrmSincronizar : public QDialog, private tolmo::data::Progreso {
     void Activa();
     void Lanza(const tolmo::sync::Opciones& opciones);
     void LanzaYCierra(const tolmo::sync::Opciones& opciones);
+    void BorraImagenesObsoletas();
     void EnProximaVersion(const QString& que);
     bool eventFilter(QObject* objeto, QEvent* evento) override;
 
@@ -55,6 +56,7 @@ class FrmSincronizar : public QDialog, private tolmo::data::Progreso {
     void MuestraBarra(bool visible) override;
     void Avanza(int posicion, int total) override;
     void CedeEventos() override;
+    bool SigueElPrograma() const override;
     void HabilitaPestanas(bool habilitadas) override;
 
     tolmo::data::Avisos& avisos_;
@@ -65,5 +67,7 @@ class FrmSincronizar : public QDialog, private tolmo::data::Progreso {
     bool activada_ = false;
     QTimer desplazamiento_{}; ///< brings the list to its last line, once for each turn of events
     QElapsedTimer ultimoTurno_{}; ///< since the events had their last turn
+    bool purgando_ = false;
+    bool finPedido_ = false; ///< the desktop asked the program to end during the purge
     std::exception_ptr fallo_{};
 };

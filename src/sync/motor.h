@@ -14,7 +14,9 @@ class Motor {
     /// \throws data::FinDePrograma after a failed statement
     /// \throws data::ErrorEjecucion when the run itself can't go on
     virtual void SincronizaPrestashop(const Opciones& opciones) = 0;
-    /// True from the start of a run to its end, also when an exception ends it.
+    /// The purge of the pictures that the shop no longer uses, from start to end.
+    virtual void BorraImagenesObsoletas() = 0;
+    /// True from the start of a run or purge to its end, also when an exception ends it.
     virtual bool EnMarcha() const = 0;
 };
 

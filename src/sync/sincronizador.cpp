@@ -1,5 +1,6 @@
 #include "sync/sincronizador.h"
 #include "configurator/carga_configurador.h"
+#include "site/purga.h"
 #include "sync/articulos.h"
 #include "sync/atributos.h"
 #include "sync/cierre.h"
@@ -177,6 +178,14 @@ void Sincronizador::SincronizaPrestashop(const Opciones& opciones)
         // of its own, so it is the end of the process.
         throw data::ErrorEjecucion(error.Numero(), error.Descripcion());
     }
+}
+
+void Sincronizador::BorraImagenesObsoletas()
+{
+    if (EnMarcha())
+        return;
+    const MarcaEnMarcha marca(interior_->enMarcha);
+    site::BorraImagenesObsoletas(interior_->sitio, interior_->registro, interior_->progreso);
 }
 
 } // namespace tolmo::sync

@@ -22,6 +22,10 @@ class Sincronizador {
     /// \throws data::ErrorEjecucion when the run itself can't go on
     void SincronizaPrestashop(const Opciones& opciones);
 
+    /// Lets the shop's server delete the pictures that nothing uses any longer. A start while this
+    /// or a run is under way is ignored.
+    void BorraImagenesObsoletas();
+
     /// True from the start of a run or purge to its end, also when an exception ends it.
     bool EnMarcha() const;
 

@@ -1,58 +1,6 @@
 #pragma once
 #include "apoyo/corrida_de_prueba.h"
-#include "data/rutas.h"
-
-/// The shop's server on paper: it writes the conversation down, keeps what went up and answers
-/// nothing. An upload succeeds unless the test says otherwise.
-class SitioDePrueba : public tolmo::site::Sitio {
-  public:
-    using Sitio::Sitio;
-
-    struct Subida {
-        QString ruta{};
-        QString nombre{};
-        QString carpeta{};
-        QByteArray contenido{};
-    };
-    QStringList pasos{};           ///< "ABRE", "BORRA x", "SUBE x a /carpeta/", "PIDE url"
-    std::vector<Subida> subidas{}; ///< also those that failed
-    QStringList fallan{};          ///< remote names whose upload fails
-
-    void AbrirFTP() override { pasos << QStringLiteral("ABRE"); }
-    bool SubirFicheroWeb(const QString& ruta, const QString& nombre,
-                         const QString& carpeta) override
-    {
-        QFile fichero(tolmo::data::RutaLocal(ruta));
-        QByteArray contenido;
-        if (fichero.open(QIODevice::ReadOnly))
-            contenido = fichero.readAll();
-        pasos << QStringLiteral("SUBE ") + nombre + QStringLiteral(" a ") + carpeta;
-        subidas.push_back({ruta, nombre, carpeta, contenido});
-        return !fallan.contains(nombre);
-    }
-    void BorrarFicheroWeb(const QString& nombre) override
-    {
-        pasos << QStringLiteral("BORRA ") + nombre;
-    }
-    QString RecuperaPagina(const QString& url) override
-    {
-        pasos << QStringLiteral("PIDE ") + url;
-        return {};
-    }
-
-    /// The contents of all uploads under one name, each as its lines.
-    std::vector<QStringList> Contenidos(const QString& nombre) const
-    {
-        std::vector<QStringList> contenidos;
-        for (const Subida& subida : subidas)
-            if (subida.nombre == nombre)
-                contenidos.push_back(tolmo::data::DesdeWindows1252(subida.contenido)
-                                         .split(QStringLiteral("\r\n"), Qt::SkipEmptyParts));
-        return contenidos;
-    }
-    /// The batches that were handed over.
-    std::vector<QStringList> Lotes() const { return Contenidos(QStringLiteral("sentencias.sql")); }
-};
+#include "apoyo/sitio_de_prueba.h"
 
 /// A run whose site writes down what it is asked.
 struct CorridaConSitio : CorridaDePrueba {

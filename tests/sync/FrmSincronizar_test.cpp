@@ -389,6 +389,7 @@ TEST_F(FrmSincronizarTest, AunqueVuelvanLasPestanasNoEmpiezaOtroProcesoNiSeCierr
     Pulsa("CmdSincronizarFamilias");
 
     EXPECT_EQ(Corridas(), QStringList{"F [][] FotosFam con familias eliminaT indices"});
+    EXPECT_EQ(corridas.purgas, 0);
     EXPECT_TRUE(avisos.cajas.empty());
     EXPECT_FALSE(ventana.isVisible());
 }
@@ -514,17 +515,137 @@ TEST_F(FrmSincronizarTest, ElDobleClicEnElRangoAvisaDeQueElSelectorNoEsta)
     EXPECT_EQ(avisos.cajas, (std::vector{caja, caja}));
 }
 
-TEST_F(FrmSincronizarTest, ElBorradoDeImagenesAvisaDeQueNoEsta)
+// The purge of pictures.
+
+TEST_F(FrmSincronizarTest, ElBorradoDeImagenesNoEsUnaCorridaNiCierraLaVentana)
 {
     ventana.show();
 
     Pulsa("CmdBorrarImagenesObsoletas");
 
-    const AvisosDePrueba::Caja caja{
-        "El borrado de imágenes no usadas todavía no está disponible en esta versión.", 64, ""};
-    EXPECT_EQ(avisos.cajas, std::vector{caja});
+    EXPECT_EQ(corridas.purgas, 1);
     EXPECT_EQ(Corridas(), QStringList{});
+    EXPECT_TRUE(avisos.cajas.empty());
     EXPECT_TRUE(ventana.isVisible());
+}
+
+TEST_F(FrmSincronizarTest, ElBorradoDeImagenesPuedePedirseOtraVezAlAcabar)
+{
+    ventana.show();
+
+    Pulsa("CmdBorrarImagenesObsoletas");
+    Pulsa("CmdBorrarImagenesObsoletas");
+    Pulsa("CmdStock");
+
+    EXPECT_EQ(corridas.purgas, 2);
+    EXPECT_EQ(Corridas(), QStringList{"S [][] Stock con familias eliminaT indices"});
+}
+
+TEST_F(FrmSincronizarTest, DuranteElBorradoDeImagenesNoEmpiezaNadaMas)
+{
+    ventana.show();
+    int pulsados = 0;
+    corridas.enMedio = [&](data::Progreso& progreso) {
+        EXPECT_TRUE(C<QTabWidget>("SSTab1")->isEnabled());
+        for (const char* boton :
+             {"CmdSincronizaTodo", "CmdSincronizarArticulos", "CmdSincronizarFamilias", "CmdStock",
+              "CmdValesDto", "CmdBorrarImagenesObsoletas"})
+            QTimer::singleShot(0, &ventana, [&, boton] {
+                Pulsa(boton);
+                ++pulsados;
+            });
+        QTimer::singleShot(0, &ventana, [&] {
+            QTest::mouseDClick(C<QLineEdit>("TxtArtDesde"), Qt::LeftButton);
+            ++pulsados;
+        });
+        progreso.CedeEventos();
+    };
+
+    Pulsa("CmdBorrarImagenesObsoletas");
+
+    EXPECT_EQ(pulsados, 7);
+    EXPECT_EQ(corridas.purgas, 1);
+    EXPECT_EQ(Corridas(), QStringList{});
+    EXPECT_TRUE(avisos.cajas.empty());
+}
+
+TEST_F(FrmSincronizarTest, DuranteElBorradoDeImagenesNoSeCierraPorNingunCamino)
+{
+    ventana.show();
+    QStringList cerrada;
+    corridas.enMedio = [&](data::Progreso& progreso) {
+        QTimer::singleShot(0, &ventana, &QWidget::close);
+        progreso.CedeEventos();
+        cerrada << (ventana.isVisible() ? "no" : "close");
+        QTest::keyClick(&ventana, Qt::Key_Escape);
+        cerrada << (ventana.isVisible() ? "no" : "Esc");
+        ventana.accept();
+        cerrada << (ventana.isVisible() ? "no" : "accept");
+        EXPECT_TRUE(progreso.SigueElPrograma());
+    };
+
+    Pulsa("CmdBorrarImagenesObsoletas");
+
+    EXPECT_EQ(cerrada, (QStringList{"no", "no", "no"}));
+    EXPECT_TRUE(ventana.isVisible());
+    ventana.close();
+    EXPECT_FALSE(ventana.isVisible());
+}
+
+/// Counts how often a widget is painted.
+struct Pintadas : QObject {
+    int veces = 0;
+    bool eventFilter(QObject*, QEvent* evento) override
+    {
+        veces += evento->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+};
+
+TEST_F(FrmSincronizarTest, LasLineasDelBorradoDeImagenesSeVenAntesDeLaPeticionQueLasSigue)
+{
+    ventana.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&ventana));
+    auto* lista = C<QListWidget>("LstEstado");
+    Pintadas pintadas;
+    lista->viewport()->installEventFilter(&pintadas);
+    corridas.enMedio = [&](data::Progreso& progreso) {
+        for (int i = 0; i < 100; ++i)
+            progreso.LineaEstado("[15/03/2024 9:05:07] linea");
+        pintadas.veces = 0;
+        progreso.LineaEstado("[15/03/2024 9:05:07] Comenzando bloque 2 / 9");
+        EXPECT_EQ(pintadas.veces, 1);
+        EXPECT_TRUE(lista->viewport()->rect().contains(lista->visualItemRect(lista->item(100))));
+    };
+
+    Pulsa("CmdBorrarImagenesObsoletas");
+
+    EXPECT_EQ(lista->count(), 101);
+    lista->viewport()->removeEventFilter(&pintadas);
+}
+
+TEST_F(FrmSincronizarTest, SiElEscritorioAcabaElProgramaElBorradoDeImagenesParaYTodoSeCierra)
+{
+    bool seguia = false, sigue = true;
+    corridas.enMedio = [&](data::Progreso& progreso) {
+        seguia = progreso.SigueElPrograma();
+        QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+        progreso.CedeEventos();
+        sigue = progreso.SigueElPrograma();
+        EXPECT_TRUE(ventana.isVisible());
+    };
+    QTimer::singleShot(0, &ventana, [&] {
+        QTimer::singleShot(0, &ventana, [&] { Pulsa("CmdBorrarImagenesObsoletas"); });
+        ventana.Muestra();
+    });
+    QTimer::singleShot(10'000, &ventana, [] { QCoreApplication::exit(9); });
+
+    EXPECT_EQ(QApplication::exec(), 0);
+
+    EXPECT_EQ(corridas.purgas, 1);
+    EXPECT_TRUE(seguia);
+    EXPECT_FALSE(sigue);
+    EXPECT_FALSE(ventana.isVisible());
 }
 
 // Errors.
@@ -563,27 +684,28 @@ struct AvisosEnError : data::Avisos {
     }
 };
 
-void PulsaStockConError(const std::function<void()>& error)
+void PulsaConError(const char* boton, const std::function<void()>& error)
 {
     AvisosEnError avisos;
     CorridasDePrueba corridas;
     corridas.enMedio = [&](data::Progreso&) { error(); };
     FrmSincronizar ventana(avisos, corridas.Fabrica());
     ventana.show();
-    ventana.findChild<QPushButton*>("CmdStock")->click();
+    ventana.findChild<QPushButton*>(boton)->click();
     std::fprintf(stderr, "sigue\n");
 }
 
 TEST(FrmSincronizarDeathTest, ElErrorDelProcesoDeUnBotonSeMuestraYTerminaElPrograma)
 {
-    EXPECT_EXIT(PulsaStockConError([] { throw data::ErrorEjecucion(94, "uso de Null"); }),
-                testing::ExitedWithCode(1), "caja 16: ERROR: uso de Null\n$");
+    for (const char* boton : {"CmdStock", "CmdBorrarImagenesObsoletas"})
+        EXPECT_EXIT(PulsaConError(boton, [] { throw data::ErrorEjecucion(94, "uso de Null"); }),
+                    testing::ExitedWithCode(1), "caja 16: ERROR: uso de Null\n$");
 }
 
 TEST(FrmSincronizarDeathTest, ElFinDelProgramaNoMuestraOtraCaja)
 {
-    EXPECT_EXIT(PulsaStockConError([] { throw data::FinDePrograma{}; }), testing::ExitedWithCode(1),
-                testing::Not(testing::ContainsRegex("caja|sigue")));
+    EXPECT_EXIT(PulsaConError("CmdStock", [] { throw data::FinDePrograma{}; }),
+                testing::ExitedWithCode(1), testing::Not(testing::ContainsRegex("caja|sigue")));
 }
 
 } // namespace

@@ -5,9 +5,10 @@
 #include <vector>
 
 /// Stands for the engine of the synchronisation window: it keeps what the runs were started with,
-/// and does in the middle of each what the test says.
+/// counts the purges, and does in the middle of each what the test says.
 struct CorridasDePrueba {
     std::vector<tolmo::sync::Opciones> opciones{};
+    int purgas = 0;
     std::function<void(tolmo::data::Progreso&)> enMedio = [](tolmo::data::Progreso&) {};
     bool enMarcha = false;
     int vivos = 0; ///< engines that stand
@@ -31,19 +32,27 @@ struct CorridasDePrueba {
 
         void SincronizaPrestashop(const tolmo::sync::Opciones& opciones) override
         {
-            struct Marcha {
-                explicit Marcha(bool& b) : bandera(b) { bandera = true; }
-                ~Marcha() { bandera = false; }
-                bool& bandera;
-            } const marcha(corridas_.enMarcha);
+            const Marcha marcha(corridas_.enMarcha);
             corridas_.opciones.push_back(opciones);
             progreso_.HabilitaPestanas(false);
             corridas_.enMedio(progreso_);
             progreso_.HabilitaPestanas(true);
         }
+        void BorraImagenesObsoletas() override
+        {
+            const Marcha marcha(corridas_.enMarcha);
+            ++corridas_.purgas;
+            corridas_.enMedio(progreso_);
+        }
         bool EnMarcha() const override { return corridas_.enMarcha; }
 
       private:
+        struct Marcha {
+            explicit Marcha(bool& b) : bandera(b) { bandera = true; }
+            ~Marcha() { bandera = false; }
+            bool& bandera;
+        };
+
         CorridasDePrueba& corridas_;
         tolmo::data::Progreso& progreso_;
     };
