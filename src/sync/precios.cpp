@@ -65,6 +65,15 @@ struct Oferta {
     QString hasta{};
 };
 
+/// What the tariff's price loses to become the net one. A Null of either takes the place of the
+/// whole difference: nothing stands between the commas, and the server refuses the sentence.
+QString Rebaja(const data::Valor& pvp, const data::Valor& precio)
+{
+    if (data::EsNulo(pvp) || data::EsNulo(precio))
+        return {};
+    return Texto(ValorNumerico(pvp) - ValorNumerico(precio));
+}
+
 Oferta PreparaOferta(Corrida& corrida, const Articulo& articulo, const data::Recordset& fila)
 {
     const double dto =
@@ -76,14 +85,14 @@ Oferta PreparaOferta(Corrida& corrida, const Articulo& articulo, const data::Rec
     Oferta oferta{.base = Texto(precioNeto ? fila["PRECIO"] : Pvp(articulo, pvpdef)),
                   .desde = data::FechaSql(corrida.programa, fila["fechadesde"]),
                   .hasta = data::FechaSql(corrida.programa, fila["fechahasta"])};
-    double rebaja = 0;
+    QString rebaja = QStringLiteral("0");
     if (dto == 0 && precioNeto && SePublica(tarifa)) {
         // A net price is published as the tariff's price less an amount.
         const data::Valor& pvp = Pvp(articulo, tarifa);
         oferta.base = Texto(pvp);
-        rebaja = ValorNumerico(pvp) - ValorNumerico(fila["PRECIO"]);
+        rebaja = Rebaja(pvp, fila["PRECIO"]);
     }
-    oferta.reduccion = Texto(dto == 0 ? rebaja : dto / 100);
+    oferta.reduccion = dto == 0 ? rebaja : Texto(dto / 100);
     oferta.tipo = dto == 0 ? QStringLiteral("'amount'") : QStringLiteral("'percentage'");
     return oferta;
 }

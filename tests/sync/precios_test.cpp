@@ -127,6 +127,28 @@ TEST_F(PreciosTest, UnPrecioNetoSaleComoTarifaMenosUnImporte)
         << qPrintable(sentencias[0]);
 }
 
+TEST_F(PreciosTest, UnaOfertaSinPrecioDejaElHuecoDeLaRebaja)
+{
+    const QStringList sentencias =
+        SentenciasDeOferta({{0.0, 0.0, 0.0, 0.0, Nulo(), Nulo(), 2, Desde, Hasta}});
+
+    ASSERT_EQ(sentencias.size(), 1);
+    EXPECT_TRUE(sentencias[0].contains("VALUES (106,71,0,0,0,5,9.25,1,,'amount',"))
+        << qPrintable(sentencias[0]);
+}
+
+TEST_F(PreciosTest, UnaTarifaNulaDejaLosHuecosDelPrecioNetoYDeSuRebaja)
+{
+    fila.Pon("PVP2", Nulo());
+
+    const QStringList sentencias =
+        SentenciasDeOferta({{0.0, 0.0, 0.0, 0.0, Nulo(), 7.05, 2, Desde, Hasta}});
+
+    ASSERT_EQ(sentencias.size(), 1);
+    EXPECT_TRUE(sentencias[0].contains("VALUES (106,71,0,0,0,5,,1,,'amount',"))
+        << qPrintable(sentencias[0]);
+}
+
 TEST_F(PreciosTest, UnPrecioNetoConDescuentoParteDelPrecioDeLaOferta)
 {
     const QStringList sentencias =
