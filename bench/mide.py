@@ -1,9 +1,7 @@
-"""Whole runs against a private shop, timed. Called by tools/mide.
-
-For each number of articles: a first load, a run with nothing changed, and the time that the mariadb
-client takes for the very same sentences in one transaction on an empty copy of the shop. The articles
-are full: two languages, notes of 300 characters, five tariffs, an offer each, tags, no pictures.
-"""
+"""Whole runs against a private shop, timed. tools/mide calls it and tells what there is to ask."""
+import argparse
+import collections
+import math
 import os
 import pathlib
 import platform
@@ -14,12 +12,24 @@ import sys
 import tempfile
 import time
 
+import comparacion
+from empresa_medida import Surtido, codigo_de, documento_de, fotos_de, haz_empresa
+
 EMPRESA = "000001"
-FAMILIAS = 90
+PEDIDA, NADA = "first load", "nothing changed"
 
+# What a run is at from a line of its log to the next one. The first that fits.
+TAREAS = (
+    ("documents", re.compile("SUBIENDO FICHEROS ADJUNTOS|Subiendo adjunto ")),
+    ("pictures up", re.compile("Subiendo imagen ")),
+    ("sizes", re.compile("Dimensionando rango ")),
+    ("batches", re.compile("SUBIENDO FICHERO |EJECUTANDO REMOTAMENTE ")),
+    ("the rest", re.compile("")),
+)
 
-def escribe(ruta, texto):
-    ruta.write_text(texto, encoding="utf-8")
+COMPLETA = {"fotos_por_articulo": 2, "existencias": True, "documento_cada": 10,
+            "configurado_cada": 5, "valores": (2, 5)}
+COMBINACIONES_DE_UNO = ((50, 100), (100, 100), (100, 200))
 
 
 class Tienda:
@@ -58,161 +68,127 @@ class Tienda:
         campos = pathlib.Path(f"/proc/{pid}/stat").read_text().rsplit(")", 1)[1].split()
         return (int(campos[11]) + int(campos[12])) / os.sysconf("SC_CLK_TCK")
 
-    def busca_referencias(self, codigos, carpeta):
-        """Seconds of the look-ups of these articles' products, as a run makes them."""
-        prefijo = self.env["PREFIJO"]
-        fichero = carpeta / "busquedas.sql"
-        escribe(fichero, "".join(
-            f"SELECT p.id_product,p.reference,i.id_image,p.date_upd FROM {prefijo}product p LEFT JOIN "
-            f"{prefijo}image i ON p.id_product=i.id_product WHERE p.reference='{codigo}';\n"
-            for codigo in codigos))
-        inicio = time.monotonic()
-        self.sql(fichero=fichero, bd=self.env["BD"])
-        return time.monotonic() - inicio
+    def segundos_de_guiones(self):
+        """Seconds of each of the shop's scripts since the shop is fresh."""
+        segundos = collections.Counter()
+        for linea in (pathlib.Path(self.env["RAIZ"]) / "tiempos.txt").read_text().splitlines():
+            guion, cuantos = linea.split()
+            segundos[guion] += float(cuantos)
+        return segundos
 
 
-def guion_de_empresa(raiz, tienda):
-    valores = {
-        "SERVER_BD": "127.0.0.1", "PUERTO_BD": tienda.env["MYSQL_PUERTO"],
-        "NOMBRE_BD": tienda.env["BD"], "USER_BD": tienda.env["USUARIO"],
-        "PASS_BD": tienda.env["CLAVE"], "SERVER_FTP": "127.0.0.1",
-        "PUERTO_FTP": tienda.env["FTP_PUERTO"], "USER_FTP": tienda.env["FTP_USUARIO"],
-        "PASS_FTP": tienda.env["FTP_CLAVE"], "CARPETA_TIENDA": tienda.env["FTP_CARPETA"],
-        "WWW": tienda.env["WWW"], "PS_PREFIJO": tienda.env["PREFIJO"], "PS_VERSION": "1",
-    }
-    texto = (raiz / "demo/empresa/empresa.sql").read_text(encoding="utf-8")
-    for clave, valor in valores.items():
-        texto = texto.replace("{" + clave + "}", valor)
-    # No search index to rebuild and no makers: what is measured is the catalogue.
-    return texto + ("UPDATE M_EMPRESA SET PS_INDICES1=Null, PS_INDICES2=Null, PSGRUPOMARCAS=Null,\n"
-                    "    PS_MODOCONFIGURADOR=False;\n")
+class Corrida:
+    """One run of the program and what it took."""
+
+    def __init__(self, construido, carpeta, tienda):
+        entorno = {k: v for k, v in os.environ.items() if k not in ("DISPLAY", "WAYLAND_DISPLAY")}
+        entorno["PATH_CONNECT"] = str(carpeta / "bases")
+        self.tareas = collections.Counter()
+        self.memoria = 0
+        antes, inicio = tienda.cpu(), time.monotonic()
+        proceso = subprocess.Popen([construido / "kovtolmo", f"/PRESTASHOP:{EMPRESA}"], cwd=carpeta,
+                                   env=entorno, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                                   stderr=subprocess.STDOUT, text=True)
+        salida = "".join(self._sigue(proceso, inicio))
+        estado = proceso.wait()
+        self.segundos = time.monotonic() - inicio
+        self.mysql = tienda.cpu() - antes
+        self.escritos = len(re.findall("Añadiendo artículo|Actualizando articulo ", salida))
+        if estado != 0 or "FIN VUELCO DATOS A PRESTASHOP" not in salida:
+            sys.exit(f"the run failed with {estado}:\n{salida[-3000:]}")
+        if "ERRORES" in salida:
+            sys.exit("sentences failed:\n" + salida[salida.index("ERRORES"):][:3000])
+
+    def _sigue(self, proceso, inicio):
+        """Hands on the lines, and puts the time between each two down to what was being done."""
+        tarea, desde = TAREAS[-1][0], inicio
+        for linea in proceso.stdout:
+            ahora = time.monotonic()
+            self.tareas[tarea] += ahora - desde
+            tarea, desde = next(nombre for nombre, patron in TAREAS if patron.search(linea)), ahora
+            self._mira_memoria(proceso.pid)
+            yield linea
+
+    def _mira_memoria(self, pid):
+        """The peak so far in MB. What a parent learns of its child's at the end won't do: the
+        kernel counts the parent's own in it, from before the program was loaded."""
+        try:
+            estado = pathlib.Path(f"/proc/{pid}/status").read_text()
+        except OSError:
+            return
+        if hallado := re.search(r"VmHWM:\s*(\d+) kB", estado):
+            self.memoria = int(hallado.group(1)) / 1024
 
 
-def codigo_de(k):
-    return f"{k % 10:02}{k // 10 % 8:02}{k:06}"
+class Medidor:
+    """Runs companies one after the other in one shop and prints a line for each result."""
 
+    def __init__(self, raiz, construido, carpeta):
+        self.raiz, self.construido, self.carpeta = raiz, construido, carpeta
+        self.tienda = Tienda(raiz, carpeta)
 
-def guion_de_articulos(n):
-    notas = ("Pieza de catálogo con acabado en níquel, pensada para el uso diario. "
-             "Se entrega montada.' & Chr(13) & Chr(10) & '")
-    notas = "'" + (notas + "x" * 300)[: 300 + len("' & Chr(13) & Chr(10) & '")] + "'"
-    lineas = []
-    for i in range(10):
-        lineas.append(f"INSERT INTO M_FAMILIA (CLAVE,NIVEL,DESCRIPCION,DESCRIPCION_EN,ACTIVOWEB) "
-                      f"VALUES ('{i:02}','0','Sección {i}','Section {i}','S');")
-        for j in range(FAMILIAS // 10 - 1):
-            lineas.append(f"INSERT INTO M_FAMILIA (CLAVE,NIVEL,DESCRIPCION,DESCRIPCION_EN,ACTIVOWEB)"
-                          f" VALUES ('{i:02}{j:02}','1','Familia {i}.{j}','Family {i}.{j}','S');")
-    for k in range(n):
-        codigo = codigo_de(k)
-        lineas.append(
-            "INSERT INTO M_ARTIC (CODARTICULO,CODALTERNATIVO,DESCRIPCION,DESCRIPCIO2,NOTAS,"
-            "DESCRIPCION_EN,DESCRIPCIO2_EN,NOTAS_EN,ETIQUETAS,ETIQUETAS_EN,PALABRAS,PALABRAS_EN,"
-            "CODIVA,PVP1,PVP2,PVP3,PVP4,PVP5,KILOS,ACTIVOWEB,FAVORITO,FECHAMODIFICACION) VALUES ("
-            f"'{codigo}','ALT{k}','Artículo número {k}','Texto corto del artículo {k}',{notas},"
-            f"'Article number {k}','Short text of article {k}',{notas},"
-            f"'menaje,acero {k % 40},','home,steel {k % 40},','claves {k}','keywords {k}',"
-            f"1,{k % 90 + 0.95},{k % 80 + 0.9},{k % 70 + 0.85},{k % 60 + 0.8},{k % 50 + 0.75},"
-            f"{k % 9 + 0.25},'S',{'True' if k % 50 == 0 else 'False'},#01/15/2020#);")
-        lineas.append("INSERT INTO OFERTAS (CODARTICULO,IDCONF,DTOCOM1,DTOCOM2,DTOCOM3,DTOCOM4,"
-                      "PVPDEF,TARIFAOPROV,FECHADESDE,FECHAHASTA) VALUES ("
-                      f"'{codigo}','0',{k % 30 + 1},0,0,0,2,2,#01/01/2020#,#12/31/2039#);")
-    lineas.append("INSERT INTO PS_IDIOMAS VALUES ('000001',1,'DESCRIPCION','DESCRIPCIO2','NOTAS',"
-                  "'DESCRIPCION','NOTAS','ETIQUETAS','PALABRAS','PALABRAS','DESCRIPCION',"
-                  "'DESCRIPCIO2','DESCRIPCION','DESCRIPCION');")
-    lineas.append("INSERT INTO PS_IDIOMAS VALUES ('000001',2,'DESCRIPCION_EN','DESCRIPCIO2_EN',"
-                  "'NOTAS_EN','DESCRIPCION_EN','NOTAS_EN','ETIQUETAS_EN','PALABRAS_EN',"
-                  "'PALABRAS_EN','DESCRIPCION_EN','DESCRIPCIO2_EN','DESCRIPCION_EN',"
-                  "'DESCRIPCION_EN');")
-    return "\n".join(lineas) + "\n"
+    def mide(self, surtido, compara):
+        """A first load, a run with nothing changed and, if wanted, the same work by plain tools."""
+        empresa = self.carpeta / "empresa"
+        haz_empresa(self.raiz, self.construido, empresa, self.tienda, surtido)
+        self.tienda.reinicia()
+        carga = self._corre(PEDIDA, surtido, empresa)
+        guiones = self.tienda.segundos_de_guiones()
+        enviados = self.carpeta / "enviados"
+        shutil.copytree(pathlib.Path(self.tienda.env["RAIZ"]) / "lotes", enviados)
+        self._reparto(carga, guiones)
+        self._corre(NADA, surtido, empresa)
+        codigos = [codigo_de(k) for k in range(surtido.articulos)]
+        busqueda = comparacion.busca_referencias(self.tienda, codigos, self.carpeta)
+        self._linea(surtido, "look-ups alone", busqueda, "by reference, on the full shop")
+        if compara:
+            suma = self._compara(surtido, empresa, enviados)
+            print(f"{'':23} first load / the same by plain tools = {carga.segundos / suma:.2f}")
+        print(flush=True)
+        shutil.rmtree(empresa)
+        shutil.rmtree(enviados)
 
+    def _corre(self, nombre, surtido, empresa):
+        corrida = Corrida(self.construido, empresa, self.tienda)
+        print(f"{surtido.articulos:6} {nombre:16} {corrida.segundos:8.2f} "
+              f"{surtido.articulos / corrida.segundos:7.0f} {corrida.memoria:5.0f} "
+              f"{corrida.mysql:9.2f} {corrida.segundos - corrida.mysql:7.2f} {corrida.escritos:8}",
+              flush=True)
+        return corrida
 
-def haz_empresa(raiz, carpeta, tienda, n):
-    if carpeta.exists():
-        shutil.rmtree(carpeta)
-    for nombre in ("bases", "PHPSHOP", "HISTORICOWEB"):
-        (carpeta / nombre).mkdir(parents=True)
-    empresa, articulos = carpeta / "empresa.sql", carpeta / "articulos.sql"
-    escribe(empresa, guion_de_empresa(raiz, tienda))
-    escribe(articulos, guion_de_articulos(n))
-    sql = str(raiz / "build/kovtolmo-sql")
-    subprocess.run([sql, carpeta / "bases/BDLOCAL.sqlite", empresa], check=True)
-    subprocess.run([sql, carpeta / "bases/BD000001.sqlite", empresa,
-                    raiz / "demo/empresa/00_tablas.sql", articulos], check=True)
-    for guion in (raiz / "PHPSHOP").glob("*.php"):
-        shutil.copy(guion, carpeta / "PHPSHOP")
-    # The script that carries out a batch first keeps a copy of it, for the comparison.
-    ejecuta = carpeta / "PHPSHOP/ejecuta.php"
-    guarda = ("<?php @mkdir(__DIR__ . '/lotes'); @copy(__DIR__ . '/sentencias.sql', __DIR__ . "
-              "'/lotes/' . sprintf('%06d', count((array) glob(__DIR__ . '/lotes/*'))) . '.sql'); ?>")
-    ejecuta.write_bytes(guarda.encode() + ejecuta.read_bytes())
+    def _linea(self, surtido, nombre, segundos, nota):
+        print(f"{surtido.articulos:6} {nombre:16} {segundos:8.2f}   {nota}", flush=True)
 
+    def _reparto(self, corrida, guiones):
+        tareas = [f"{nombre} {corrida.tareas[nombre]:.2f}" for nombre, _ in TAREAS]
+        print(f"{'':23} of it: {', '.join(tareas)}")
+        guiones = [f"{guion} {segundos:.2f}" for guion, segundos in guiones.most_common(3)]
+        print(f"{'':23} in the shop's scripts: {', '.join(guiones)}", flush=True)
 
-def corre(raiz, carpeta):
-    """One run. Seconds, peak memory in MB, and its output."""
-    entorno = {k: v for k, v in os.environ.items() if k not in ("DISPLAY", "WAYLAND_DISPLAY")}
-    entorno["PATH_CONNECT"] = str(carpeta / "bases")
-    inicio = time.monotonic()
-    proceso = subprocess.Popen([raiz / "build/kovtolmo", f"/PRESTASHOP:{EMPRESA}"], cwd=carpeta,
-                               env=entorno, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                               stderr=subprocess.STDOUT, text=True)
-    salida = proceso.stdout.read()
-    _, estado, uso = os.wait4(proceso.pid, 0)
-    segundos = time.monotonic() - inicio
-    if estado != 0 or "FIN VUELCO DATOS A PRESTASHOP" not in salida:
-        sys.exit(f"the run failed with {estado}:\n{salida[-3000:]}")
-    if "ERRORES" in salida:
-        sys.exit("sentences failed:\n" + salida[salida.index("ERRORES"):][:3000])
-    return segundos, uso.ru_maxrss / 1024, salida
+    def _compara(self, surtido, empresa, enviados):
+        """Seconds of all that plain tools need for what the first load did."""
+        etiquetas = comparacion.etiquetas_de(self.tienda)
+        segundos, mysql, sentencias = comparacion.por_el_cliente(
+            self.tienda, self.carpeta, enviados, etiquetas)
+        self._linea(surtido, "mariadb client", segundos,
+                    f"{sentencias} sentences, {mysql:.2f} of MySQL cpu")
+        if not surtido.fotos_por_articulo:
+            return segundos
+        return segundos + self._compara_ficheros(surtido, empresa, enviados)
 
-
-def por_el_cliente(tienda, carpeta, lotes, etiquetas):
-    """Seconds of the mariadb client for the same sentences, in one transaction, on an empty copy.
-
-    The tags go in beforehand: a run creates them at once, outside its batches.
-    """
-    partes = [b"SET NAMES latin1;\nSET sql_mode='';\nSTART TRANSACTION;\n"]
-    cuantas = 0
-    for lote in sorted(lotes.glob("*.sql")):
-        for sentencia in lote.read_bytes().split(b"||"):
-            if sentencia.strip():
-                partes.append(sentencia.strip() + b";\n")
-                cuantas += 1
-    partes.append(b"COMMIT;\n")
-    fichero = carpeta / "todas.sql"
-    fichero.write_bytes(b"".join(partes))
-    tienda.reinicia()
-    tienda.sql(f"ALTER TABLE {tienda.env['PREFIJO']}category ADD kov_familia VARCHAR(20); "
-               f"ALTER TABLE {tienda.env['PREFIJO']}stock_available MODIFY id_stock_available "
-               "BIGINT UNSIGNED NOT NULL AUTO_INCREMENT", bd=tienda.env["BD"])
-    altas = carpeta / "etiquetas.sql"
-    escribe(altas, "".join(f"INSERT INTO {tienda.env['PREFIJO']}tag VALUES ({','.join(fila)});\n"
-                           for fila in etiquetas))
-    tienda.sql(fichero=altas, bd=tienda.env["BD"])
-    inicio = time.monotonic()
-    tienda.sql(fichero=fichero, bd=tienda.env["BD"])
-    return time.monotonic() - inicio, cuantas
-
-
-def mide(raiz, carpeta, tienda, n):
-    empresa = carpeta / f"empresa{n}"
-    haz_empresa(raiz, empresa, tienda, n)
-    tienda.reinicia()
-    filas = []
-    for nombre in ("first load", "nothing changed"):
-        antes = tienda.cpu()
-        segundos, memoria, salida = corre(raiz, empresa)
-        servidor = tienda.cpu() - antes
-        escritos = len(re.findall("Añadiendo artículo|Actualizando articulo ", salida))
-        filas.append((nombre, segundos, memoria, servidor, escritos))
-        if nombre == "first load":
-            lotes = carpeta / f"lotes{n}"
-            shutil.copytree(pathlib.Path(tienda.env["RAIZ"]) / "lotes", lotes)
-    busqueda = tienda.busca_referencias([codigo_de(k) for k in range(n)], carpeta)
-    etiquetas = [linea.split("\t") for linea in tienda.sql(
-        f"SELECT id_tag,id_lang,QUOTE(name) FROM {tienda.env['PREFIJO']}tag",
-        bd=tienda.env["BD"]).splitlines()]
-    return filas, busqueda, por_el_cliente(tienda, carpeta, carpeta / f"lotes{n}", etiquetas)
+    def _compara_ficheros(self, surtido, empresa, enviados):
+        n = surtido.articulos
+        fotos = [foto for k in range(n) for foto in fotos_de(k, surtido, empresa)]
+        documentos = [documento_de(k, empresa) for k in range(0, n, surtido.documento_cada)]
+        subidas = [(foto, f"img/p/{i}.jpg") for i, foto in enumerate(fotos, 1)]
+        subidas += [(documento, f"download/{documento.name}") for documento in documentos]
+        subidas += [(lista, lista.name[len("000000-"):]) for lista in sorted(enviados.iterdir())]
+        curl, octetos = comparacion.por_curl(self.tienda, self.carpeta, subidas)
+        self._linea(surtido, "curl by FTP", curl,
+                    f"{len(subidas)} files, {octetos / 1e6:.0f} MB in all")
+        php, cuantas = comparacion.por_php(self.tienda, self.carpeta, self.raiz, fotos)
+        self._linea(surtido, "sizes by PHP", php, f"{cuantas} of {len(fotos)} pictures")
+        return curl + php
 
 
 def procesador():
@@ -221,27 +197,54 @@ def procesador():
     return modelo.group(1) if modelo else platform.processor()
 
 
+def pedido():
+    partes = argparse.ArgumentParser()
+    partes.add_argument("raiz", type=pathlib.Path)
+    partes.add_argument("--construido", type=pathlib.Path, help="the build folder")
+    clase = partes.add_mutually_exclusive_group()
+    clase.add_argument("--completa", action="store_true")
+    clase.add_argument("--combinaciones", action="store_true")
+    partes.add_argument("numeros", type=int, nargs="*")
+    return partes.parse_args()
+
+
+def surtidos(que):
+    """What to measure, and whether by plain tools too."""
+    if que.completa:
+        return [(Surtido(n, **COMPLETA), True) for n in que.numeros or (1000,)]
+    if que.combinaciones:
+        # The client would take an hour for the first: a transaction looks through all the products
+        # that it holds for each sentence.
+        return ([(Surtido(n, configurado_cada=1, valores=(10, 10)), False)
+                 for n in que.numeros or (1000,)] +
+                [(Surtido(1, configurado_cada=1, valores=valores), True)
+                 for valores in COMBINACIONES_DE_UNO])
+    return [(Surtido(n), True) for n in que.numeros or (1000, 10000)]
+
+
+def rotulo(surtido):
+    cuantas = math.prod(surtido.valores)
+    return f"{cuantas} combinations for one article in {surtido.configurado_cada}"
+
+
 def main():
-    raiz = pathlib.Path(sys.argv[1])
-    numeros = [int(n) for n in sys.argv[2:]]
+    que = pedido()
+    raiz = que.raiz.resolve()
+    construido = (que.construido or raiz / "build").resolve()
     print(f"{os.cpu_count()} x {procesador()}, Linux {platform.release()}\n")
     print(f"{'N':>6} {'run':16} {'seconds':>8} {'art/s':>7} {'MB':>5} {'MySQL cpu':>9} {'rest':>7} "
           f"{'written':>8}")
     with tempfile.TemporaryDirectory(prefix="kovtolmo-mide-") as temporal:
         carpeta = pathlib.Path(temporal)
         carpeta.chmod(0o755)  # the servers run as an ordinary user
-        tienda = Tienda(raiz, carpeta)
+        medidor = Medidor(raiz, construido, carpeta)
         try:
-            for n in numeros:
-                filas, busqueda, (cliente, sentencias) = mide(raiz, carpeta, tienda, n)
-                for nombre, segundos, memoria, servidor, escritos in filas:
-                    print(f"{n:6} {nombre:16} {segundos:8.2f} {n / segundos:7.0f} {memoria:5.0f} "
-                          f"{servidor:9.2f} {segundos - servidor:7.2f} {escritos:8}")
-                print(f"{n:6} {'look-ups alone':16} {busqueda:8.2f}   by reference, on the full shop")
-                print(f"{n:6} {'mariadb client':16} {cliente:8.2f}   {sentencias} sentences; "
-                      f"first load / client = {filas[0][1] / cliente:.2f}\n", flush=True)
+            for surtido, compara in surtidos(que):
+                if surtido.valores:
+                    print(f"{'':6} {rotulo(surtido)}")
+                medidor.mide(surtido, compara)
         finally:
-            tienda.manda("down")
+            medidor.tienda.manda("down")
 
 
 if __name__ == "__main__":
