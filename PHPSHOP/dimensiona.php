@@ -103,12 +103,38 @@ function TrataFoto($subida, $sitio, $tamanos, $memoria)
     if ($giro === 90 || $giro === 270) {
         list($ancho, $alto) = array($alto, $ancho);
     }
-    $bien = true;
+    return HaceTamanos($imagen, $ancho, $alto, $tamanos, substr($destino, 0, -strlen('.jpg')));
+}
+
+/** Makes the sizes from the largest to the smallest, each from the smallest picture so far that has
+ *  at least twice its sides: going through all of the first one for each takes most of the time, and
+ *  from there on it makes no difference that is larger than what a JPEG of this quality loses. */
+function HaceTamanos($imagen, $ancho, $alto, $tamanos, $base)
+{
+    $medidas = array();
     foreach ($tamanos as $nombre => $lados) {
-        $lienzo = Encaja($imagen, $ancho, $alto, $lados[0], $lados[1]);
-        $bien = GuardaJpeg($lienzo, substr($destino, 0, -strlen('.jpg')) . '-' . $nombre . '.jpg') && $bien;
+        $medidas[$nombre] = Medidas($ancho, $alto, $lados[0], $lados[1]);
+    }
+    arsort($medidas);
+    $fuentes = array($imagen);
+    $bien = true;
+    foreach ($medidas as $nombre => $medida) {
+        while (isset($fuentes[1]) && EsDoble($fuentes[1], $medida)) {
+            array_shift($fuentes);
+        }
+        $foto = Estira($fuentes[0], $medida[0], $medida[1]);
+        if ($medida[0] < imagesx($imagen)) {
+            $fuentes[] = $foto;
+        }
+        $lienzo = EnBlanco($foto, $tamanos[$nombre][0], $tamanos[$nombre][1]);
+        $bien = GuardaJpeg($lienzo, $base . '-' . $nombre . '.jpg') && $bien;
     }
     return $bien;
+}
+
+function EsDoble($imagen, $medida)
+{
+    return imagesx($imagen) >= 2 * $medida[0] && imagesy($imagen) >= 2 * $medida[1];
 }
 
 /** The picture of a file, or false when it is none or would not fit in memory. */
@@ -156,9 +182,7 @@ function Coloca(&$imagen, $tipo, $origen, $destino)
     if ($tipo === IMAGETYPE_JPEG) {
         return $origen === $destino || @rename($origen, $destino) || @copy($origen, $destino);
     }
-    $ancho = imagesx($imagen);
-    $alto = imagesy($imagen);
-    $imagen = Encaja($imagen, $ancho, $alto, $ancho, $alto);
+    $imagen = Estira($imagen, imagesx($imagen), imagesy($imagen));
     return GuardaJpeg($imagen, $destino) && ($origen === $destino || @unlink($origen));
 }
 
@@ -177,9 +201,8 @@ function Reduce($imagen, $lado)
     if ($escala >= 1) {
         return $imagen;
     }
-    $ancho = max(1, (int) round(imagesx($imagen) * $escala));
-    $alto = max(1, (int) round(imagesy($imagen) * $escala));
-    return Encaja($imagen, $ancho, $alto, $ancho, $alto);
+    return Estira($imagen, max(1, (int) round(imagesx($imagen) * $escala)),
+        max(1, (int) round(imagesy($imagen) * $escala)));
 }
 
 /** Degrees, counted against the clock, that turn the camera's picture upright. */
@@ -191,17 +214,35 @@ function Giro($ruta)
     return is_int($orientacion) && isset($giros[$orientacion]) ? $giros[$orientacion] : 0;
 }
 
-/** A white ground of exactly `$x` by `$y` with the picture in its middle, as large as it goes in the
- *  proportion `$ancho` to `$alto`. What is transparent becomes white. */
-function Encaja($imagen, $ancho, $alto, $x, $y)
+/** Width and height of a picture in the proportion `$ancho` to `$alto`, as large as it goes in `$x` by
+ *  `$y`. */
+function Medidas($ancho, $alto, $x, $y)
 {
     $escala = min($x / $ancho, $y / $alto);
-    $w = max(1, min($x, (int) round($ancho * $escala)));
-    $h = max(1, min($y, (int) round($alto * $escala)));
+    return array(max(1, min($x, (int) round($ancho * $escala))),
+        max(1, min($y, (int) round($alto * $escala))));
+}
+
+/** The picture in other measures. What is transparent becomes white. */
+function Estira($imagen, $w, $h)
+{
+    $lienzo = imagecreatetruecolor($w, $h);
+    imagefilledrectangle($lienzo, 0, 0, $w, $h, 0xFFFFFF);
+    imagecopyresampled($lienzo, $imagen, 0, 0, 0, 0, $w, $h, imagesx($imagen), imagesy($imagen));
+    return $lienzo;
+}
+
+/** A white ground of exactly `$x` by `$y` with the picture in its middle. */
+function EnBlanco($imagen, $x, $y)
+{
+    $w = imagesx($imagen);
+    $h = imagesy($imagen);
+    if ($w === $x && $h === $y) {
+        return $imagen;
+    }
     $lienzo = imagecreatetruecolor($x, $y);
     imagefilledrectangle($lienzo, 0, 0, $x, $y, 0xFFFFFF);
-    imagecopyresampled($lienzo, $imagen, (int) (($x - $w) / 2), (int) (($y - $h) / 2), 0, 0,
-        $w, $h, imagesx($imagen), imagesy($imagen));
+    imagecopy($lienzo, $imagen, (int) (($x - $w) / 2), (int) (($y - $h) / 2), 0, 0, $w, $h);
     return $lienzo;
 }
 

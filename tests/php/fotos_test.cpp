@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QImage>
 #include <QMap>
+#include <QPainter>
 #include <gmock/gmock.h>
 
 // dimensiona.php and creapath.php: the pictures in their places, in all their sizes.
@@ -263,6 +264,33 @@ TEST_F(FotoEncajada, UnaDeCamaraGuardaLaProporcion)
     EXPECT_EQ(Color(home, 60, 145), "rojo");
     EXPECT_EQ(Color(home, 60, 84), "blanco");
     EXPECT_EQ(Color(home, 60, 166), "blanco");
+}
+
+// The smaller sizes are made from larger ones, whose white must not come with the picture.
+TEST(Tamanos, TodosMuestranLaFotoEnteraYNadaMas)
+{
+    TiendaConScripts t({.generacion = "1.6.1"});
+    // 1600x1200, red above blue: three quarters of each square, an eighth of it white on each end.
+    QImage grande = Lisa(1600, 1200, Qt::red).convertToFormat(QImage::Format_RGB32);
+    QPainter(&grande).fillRect(0, 600, 1600, 600, Qt::blue);
+    t.tienda.EscribeFichero("img/p/7.jpg", Codifica(grande, "JPEG"));
+    t.tienda.EscribeFichero("imgart.txt", Linea("img/p/7/7.jpg", "img/p/7.jpg"));
+
+    EXPECT_EQ(t.Pide(Articulos), "");
+
+    for (const char* nombre : {"cart", "small", "medium", "home", "large", "thickbox"}) {
+        SCOPED_TRACE(nombre);
+        const QImage foto = Foto(t, QString("img/p/7/7-%1_default.jpg").arg(nombre));
+        const int lado = foto.width();
+        for (const int x : {1, lado / 2, lado - 2}) {
+            EXPECT_EQ(Color(foto, x, lado * 5 / 100), "blanco");
+            EXPECT_EQ(Color(foto, x, lado * 20 / 100), "rojo");
+            EXPECT_EQ(Color(foto, x, lado * 40 / 100), "rojo");
+            EXPECT_EQ(Color(foto, x, lado * 60 / 100), "azul");
+            EXPECT_EQ(Color(foto, x, lado * 80 / 100), "azul");
+            EXPECT_EQ(Color(foto, x, lado * 95 / 100), "blanco");
+        }
+    }
 }
 
 TEST_F(FotoEncajada, LoTransparenteDeUnPngSaleBlancoYElOriginalPasaAJpeg)

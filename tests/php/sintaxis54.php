@@ -10,11 +10,11 @@
  */
 
 const FUNCIONES = [
-    'addcslashes', 'array_chunk', 'array_diff', 'array_diff_key', 'array_keys', 'array_pop', 'array_slice',
+    'addcslashes', 'array_chunk', 'array_diff', 'array_diff_key', 'array_keys', 'array_pop', 'array_shift', 'array_slice', 'arsort',
     'basename', 'chmod', 'clearstatcache', 'copy', 'count', 'dirname', 'end', 'error_get_last', 'explode', 'exif_read_data',
     'fclose', 'feof', 'fflush', 'file_exists', 'file_get_contents', 'file_put_contents', 'fileperms', 'flock',
     'fnmatch', 'fopen', 'fpassthru', 'fread', 'fstat', 'ftruncate', 'function_exists', 'fwrite',
-    'getimagesize', 'header', 'http_response_code', 'iconv', 'ignore_user_abort', 'imagecopyresampled', 'imagecreatetruecolor',
+    'getimagesize', 'header', 'http_response_code', 'iconv', 'ignore_user_abort', 'imagecopy', 'imagecopyresampled', 'imagecreatetruecolor',
     'imagefilledrectangle', 'imagejpeg', 'imagerotate', 'imagesx', 'imagesy', 'implode', 'in_array', 'ini_get',
     'ini_set', 'is_array', 'is_dir', 'is_file', 'is_int', 'is_link', 'is_object', 'is_readable', 'is_string', 'is_writable',
     'key', 'ksort', 'max', 'md5', 'memory_get_usage', 'microtime', 'min', 'mkdir', 'mt_rand',
