@@ -232,7 +232,8 @@ bool HaCambiado(const data::Valor& date_upd, const data::Valor& FECHAMODIFICACIO
     const QDateTime modificacion = data::EsFecha(FECHAMODIFICACION)
                                        ? FECHAMODIFICACION.toDateTime()
                                        : data::LeeFecha(Texto(FECHAMODIFICACION));
-    return modificacion == hoy.startOfDay() || data::EsNulo(date_upd) ||
+    // The day alone: the shop itself may have dated the product later the same day.
+    return modificacion.date() == hoy || data::EsNulo(date_upd) ||
            date_upd.toDateTime() < modificacion;
 }
 

@@ -28,7 +28,9 @@ TEST(HaCambiado, ElCambiadoHoySeEnviaEnCadaCorridaDelDia)
 {
     EXPECT_TRUE(sync::HaCambiado(Dia(3, 15), Dia(3, 15), Hoy));
     EXPECT_TRUE(sync::HaCambiado(Dia(3, 15), Dia(3, 15, QTime(10, 30)), Hoy));
-    EXPECT_FALSE(sync::HaCambiado(Dia(3, 16), Dia(3, 15, QTime(10, 30)), Hoy));
+    EXPECT_TRUE(sync::HaCambiado(Dia(3, 15, QTime(10, 31)), Dia(3, 15, QTime(10, 30)), Hoy));
+    EXPECT_TRUE(sync::HaCambiado(Dia(3, 16), "15/03/2024 10:30", Hoy));
+    EXPECT_FALSE(sync::HaCambiado(Dia(3, 16), Dia(3, 14, QTime(23, 59)), Hoy));
 }
 
 TEST(HaCambiado, SinFechaSeEnviaSiempre)
