@@ -54,7 +54,8 @@ QString En(Terreno terreno, const Trozo& trozo)
     case Terreno::Fecha:
         return Fecha(trozo);
     case Terreno::Verdad:
-        return ACondicion(trozo);
+        // True is -1 and comes before False; the engine's own truth is 1.
+        return QStringLiteral("(-(%1))").arg(ACondicion(trozo));
     default:
         return trozo.tipo == Tipo::Desconocido ? trozo.sql : ATexto(trozo).sql;
     }

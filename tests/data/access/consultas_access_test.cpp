@@ -218,6 +218,16 @@ TEST_F(ConsultasAccess, UnNumeroSeComparaConTextosPorSuValor)
               "A2 b3");
 }
 
+TEST_F(ConsultasAccess, LaVerdadVaAntesQueLaMentira)
+{
+    EXPECT_EQ(Tabla("SELECT COD FROM ART WHERE WEB<FALSE ORDER BY COD"), "A1 b3");
+    EXPECT_EQ(Tabla("SELECT COD FROM ART WHERE WEB<TRUE ORDER BY COD"), "");
+    EXPECT_EQ(Tabla("SELECT COD FROM ART WHERE WEB>=FALSE ORDER BY COD"), "A2 B4");
+    EXPECT_EQ(Tabla("SELECT COD FROM ART WHERE WEB>(UDS=1) ORDER BY COD"), "A2");
+    EXPECT_EQ(Tabla("SELECT COD FROM ART WHERE WEB BETWEEN TRUE AND TRUE ORDER BY COD"), "A1 b3");
+    EXPECT_EQ(Tabla("SELECT COD FROM ART ORDER BY WEB, COD"), "A1 b3 A2 B4");
+}
+
 TEST_F(ConsultasAccess, LasVerdadesSirvenSolasYComparadas)
 {
     EXPECT_EQ(Tabla("SELECT COD FROM ART WHERE WEB ORDER BY COD"), "A1 b3");
