@@ -177,7 +177,7 @@ void InsertaFamilias(Paseo& paseo, const Rama& rama)
         Rama hijas = rama;
         hijas.nivel = rama.nivel + 1;
         hijas.prefijo = clave;
-        if (!SeExporta(TextoO(familias["activoweb"]), TextoO(familias["empresasweb"]),
+        if (!SeExporta(familias["activoweb"], TextoO(familias["empresasweb"]),
                        corrida.Parametros().CADACTIVOWEB, corrida.programa.CodigoEmpresa())) {
             // No dead end: what is published below hangs under the nearest published ancestor.
             InsertaFamilias(paseo, hijas);
@@ -194,11 +194,11 @@ void InsertaFamilias(Paseo& paseo, const Rama& rama)
 
 } // namespace
 
-bool SeExporta(const QString& activoweb, const QString& empresasweb, const QString& cadActivoWeb,
-               const QString& codigoEmpresa)
+bool SeExporta(const data::Valor& activoweb, const QString& empresasweb,
+               const QString& cadActivoWeb, const QString& codigoEmpresa)
 {
     // The first test looks for the field in the parameter, the second for the company in the field.
-    if (!activoweb.isEmpty() && cadActivoWeb.contains(activoweb, Qt::CaseInsensitive))
+    if (!data::EstaVacio(activoweb) && cadActivoWeb.contains(Texto(activoweb), Qt::CaseInsensitive))
         return true;
     const QString numero = Texto(static_cast<int>(data::ValorNumerico(codigoEmpresa)));
     return empresasweb.contains(u',' + numero + u',', Qt::CaseInsensitive);

@@ -1,5 +1,5 @@
 #pragma once
-#include <QString>
+#include "data/valores.h"
 
 namespace tolmo::sync {
 struct Corrida;
@@ -11,9 +11,10 @@ void CargaFamilias(Corrida& corrida);
 /// Fills the work table wFAMPRESTA from the shop, which is the master of the category numbers.
 void GuardaReferenciaFamiliasActuales(Corrida& corrida);
 
-/// True for a family that goes to the shop: its `activoweb` stands inside the parameter's list
-/// `cadActivoWeb`, or the company's number, between commas, inside its `empresasweb`.
-bool SeExporta(const QString& activoweb, const QString& empresasweb, const QString& cadActivoWeb,
-               const QString& codigoEmpresa);
+/// True for a family that goes to the shop: its `activoweb` isn't empty (a number 0 is) and stands
+/// inside the parameter's list `cadActivoWeb`, or the company's number, between commas, inside its
+/// `empresasweb`.
+bool SeExporta(const data::Valor& activoweb, const QString& empresasweb,
+               const QString& cadActivoWeb, const QString& codigoEmpresa);
 
 } // namespace tolmo::sync

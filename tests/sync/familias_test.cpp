@@ -21,6 +21,16 @@ TEST(SeExporta, ElCampoDentroDelParametroOLaEmpresaDentroDelCampo)
     EXPECT_FALSE(sync::SeExporta("", ",17,", "S", "000007"));
 }
 
+TEST(SeExporta, UnNumeroCeroYUnFalsoCuentanComoVacios)
+{
+    EXPECT_FALSE(sync::SeExporta(0, "", "0,1", "000001"));
+    EXPECT_TRUE(sync::SeExporta(1, "", "0,1", "000001"));
+    EXPECT_TRUE(sync::SeExporta("0", "", "0,1", "000001")) << "a text is not";
+    EXPECT_FALSE(sync::SeExporta(false, "", "True,False", "000001"));
+    EXPECT_TRUE(sync::SeExporta(true, "", "True,False", "000001"));
+    EXPECT_FALSE(sync::SeExporta(Nulo(), "", "S", "000001"));
+}
+
 QString SqlNivel(int nivel, const QString& padre)
 {
     return QString(
@@ -41,7 +51,7 @@ struct FamiliasTest : testing::Test {
 
     struct Familia {
         QString clave;
-        QString activo = "S";
+        Valor activo = "S";
         QString nombre = "Fam";
         Valor notas = Nulo();
         Valor empresas = Nulo();
@@ -56,9 +66,9 @@ struct FamiliasTest : testing::Test {
              "PSCAMPOFAMNOTAS0", "PSKEYWORDSFAM0", "PsMetaTituloFam0", "PsMetaDescripcionFam0"},
             {});
         for (const Familia& f : familias)
-            for (const Valor& valor : {Valor(f.clave), Valor(nivel), Valor(f.activo), f.empresas,
-                                       f.foto, Valor(f.nombre), f.notas, f.claves,
-                                       Valor("tit " + f.nombre), Valor("met " + f.nombre)})
+            for (const Valor& valor :
+                 {Valor(f.clave), Valor(nivel), f.activo, f.empresas, f.foto, Valor(f.nombre),
+                  f.notas, f.claves, Valor("tit " + f.nombre), Valor("met " + f.nombre)})
                 filas.valores.push_back(valor);
         p.local.Espera(SqlNivel(nivel, padre), filas);
     }
@@ -184,6 +194,19 @@ TEST_F(FamiliasTest, LosHijosDeUnaFamiliaNoPublicadaCuelganDelAntepasadoPublicad
     EXPECT_TRUE(altas[1].contains("VALUES (12,11,4,0,3,"));
     EXPECT_TRUE(altas[2].contains("VALUES (13,2,7,0,2,")) << "under home, at depth 2";
     EXPECT_FALSE(p.Log().contains("Actualizando Familia 0101"));
+}
+
+TEST_F(FamiliasTest, UnaMarcaNumericaDeCeroNoPublicaAunqueElParametroLaNombre)
+{
+    p.programa.parametros.CADACTIVOWEB = "0,1";
+    Nivel(0, "", {{.clave = "01", .activo = 0}, {.clave = "02", .activo = 1}});
+    Nivel(1, "01", {});
+    ConNumero("02", 7);
+    Nivel(1, "02", {});
+
+    sync::CargaFamilias(p.corrida);
+
+    EXPECT_EQ(p.Log().filter("Actualizando Familia"), QStringList{"Actualizando Familia 02"});
 }
 
 TEST_F(FamiliasTest, UnaFamiliaNuevaTomaElNumeroSiguienteAlMayorYTresSiNoHayNinguno)
