@@ -74,7 +74,11 @@ QString CategoriaDeArticulo(Corrida& corrida, const QString& CodArticulo)
         return CategoriaRaiz;
     const auto categoria =
         LeeTienda(corrida, SqlCategoriaDeFamilia({{"clave", Texto(familia["Clave"])}}));
-    return categoria.Fin() ? CategoriaRaiz : TextoO(categoria["id_category"]);
+    if (categoria.Fin())
+        return CategoriaRaiz;
+    // Here, on the value: as a text a number 0 wouldn't be empty any more.
+    const data::Valor& id = categoria["id_category"];
+    return data::EstaVacio(id) ? QString() : Texto(id);
 }
 
 QString MarcaDeArticulo(const data::Recordset& fila, const QString& PSGrupoMarcas)

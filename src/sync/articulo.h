@@ -27,8 +27,8 @@ struct Articulo {
     Camino camino = Camino::Alta;
     QString CodArticulo{};
     QString codalternativo{};
-    QString id{};        ///< id_product
-    QString categoria{}; ///< default category: "1" when there is none, empty for a Null in the shop
+    QString id{};         ///< id_product
+    QString categoria{};  ///< default category: "1" without one, empty for a Null or 0 in the shop
     QString catdefecto{}; ///< the same, "1" for an empty one
     QString marca{};      ///< id_manufacturer, or the bare word null
     QString precio{};     ///< the default tariff's column as it stands

@@ -135,6 +135,21 @@ TEST_F(ArticuloTest, UnaCategoriaNulaQuedaVaciaYElProductoTomaUno)
     EXPECT_EQ(articulo.catdefecto, "1");
 }
 
+TEST_F(ArticuloTest, UnaCategoriaDeNumeroCeroCuentaComoVacia)
+{
+    p.local.Espera(SqlFamilia, HazFilas({"CLAVE"}, {{"0101"}}));
+    p.tienda.Espera("SELECT id_category FROM ps_category WHERE kov_familia='0101'",
+                    HazFilas({"id_category"}, {{0}}));
+    registro = fila.Fila();
+    const sync::Articulo articulo =
+        sync::PreparaArticulo(p.corrida, registro, "71", sync::Camino::Alta);
+
+    sync::EnlazaCategoria(p.corrida, articulo);
+
+    EXPECT_EQ(articulo.catdefecto, "1");
+    EXPECT_TRUE(p.Sentencias().isEmpty()) << "no link";
+}
+
 TEST_F(ArticuloTest, LaListaDeActivosVaEntreComillasYLaEmpresaEntreComas)
 {
     p.programa.parametros.CADACTIVOWEB = "S,X";
