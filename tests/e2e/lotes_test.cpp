@@ -200,4 +200,68 @@ TEST_F(FinDeLote, ElVeinticincoVaEnElSegundo)
     EXPECT_EQ(con25.SentenciasDe(2).filter("INSERT INTO ps_product (").size(), 1);
 }
 
+/// One article of 100 by 200 values: all its combinations go in one batch.
+struct VeinteMilCombinaciones : testing::Test {
+    static void SetUpTestSuite()
+    {
+        tienda = &TiendaComun({.generacion = "1.6.1", .idiomas = 1});
+        EmpresaReal empresa(*tienda, {{"PS_MODOCONFIGURADOR", "False"}});
+        empresa.segundos = 300;
+        empresa.Sql(SqlFamilia("01", 0, "Mesas") + SqlArticulo("01A") +
+                    SqlCategoria("COL", 100, 1) + SqlCategoria("TAL", 200, 0.01));
+        corrida = empresa.Corre();
+    }
+
+    /// A category of `cuantos` values, of which the i-th costs `paso` times i.
+    static QString SqlCategoria(const QString& codigo, int cuantos, double paso)
+    {
+        QString sql = QString("INSERT INTO M_OPCIONALES_CAT (CODCATEGORIA,DESCRIPCION) "
+                              "VALUES ('%1','%1');\n")
+                          .arg(codigo);
+        for (int i = 1; i <= cuantos; ++i)
+            sql += QString("INSERT INTO M_OPCIONALES (CODCATEGORIA,CODOPCIONAL,DESCRIPCION) "
+                           "VALUES ('%1','%2','%2');\n"
+                           "INSERT INTO PS_CONF_ART_VAL (CODARTICULO,CODCATEGORIA,VALOR,ID,"
+                           "SECUENCIA,INC_PVP,PESO) VALUES ('01A','%1','%2',1,%3,%4,0);\n")
+                       .arg(codigo, QString::number(i).rightJustified(3, u'0'), QString::number(i),
+                            QString::number(paso * i));
+        return sql;
+    }
+
+    static inline TiendaDePrueba* tienda = nullptr;
+    static inline ResultadoCorrida corrida{};
+};
+
+TEST_F(VeinteMilCombinaciones, VanEnElLoteDeSuArticulo)
+{
+    const auto delLote = [](const QString& tabla) {
+        return QString::fromLatin1(corrida.lotes.at(corrida.lotes.size() - 2))
+            .count("INSERT INTO " + tabla + " (");
+    };
+
+    EXPECT_EQ(corrida.estado, 0);
+    EXPECT_EQ(EnLineas(corrida.log.filter("ERRORES")), "");
+    EXPECT_EQ(delLote("ps_product_attribute"), 20'000);
+    EXPECT_EQ(delLote("ps_product_attribute_shop"), 20'000);
+    EXPECT_EQ(delLote("ps_product_attribute_combination"), 40'000);
+}
+
+TEST_F(VeinteMilCombinaciones, LaTiendaLasTieneTodasConSuPrecioYSusValores)
+{
+    // Each first value 200 times and each second one 100 times: 200*5050 + 100*201.
+    for (const char* tabla : {"ps_product_attribute", "ps_product_attribute_shop"})
+        EXPECT_EQ(tienda->Sql(QString("SELECT COUNT(*),MIN(id_product_attribute),"
+                                      "MAX(id_product_attribute),SUM(price) FROM ") +
+                              tabla),
+                  (Filas{{"20000", "100001", "120000", "1030100.000000"}}));
+    EXPECT_EQ(tienda->Sql("SELECT id_product_attribute,price FROM ps_product_attribute "
+                          "WHERE default_on=1 OR id_product_attribute=120000 ORDER BY 1"),
+              (Filas{{"100001", "1.010000"}, {"120000", "102.000000"}}));
+    EXPECT_EQ(tienda->Sql("SELECT COUNT(*),"
+                          "SUM(id_attribute=1001+(id_product_attribute-100001) DIV 200),"
+                          "SUM(id_attribute=2001+(id_product_attribute-100001) MOD 200) "
+                          "FROM ps_product_attribute_combination"),
+              (Filas{{"40000", "20000", "20000"}}));
+}
+
 } // namespace
