@@ -162,7 +162,31 @@ int EscribeFamilia(Paseo& paseo, const Rama& rama, const data::Recordset& famili
     return numero;
 }
 
-/// The families of one level below a key, each with all that hangs below it.
+void InsertaFamilias(Paseo& paseo, const Rama& rama);
+
+/// One family with all that hangs below it.
+void InsertaFamilia(Paseo& paseo, const Rama& rama, const data::Recordset& familia)
+{
+    Corrida& corrida = paseo.corrida;
+    const QString clave = Texto(familia["CLAVE"]);
+    Rama hijas = rama;
+    hijas.nivel = rama.nivel + 1;
+    hijas.prefijo = clave;
+    if (!SeExporta(familia["activoweb"], TextoO(familia["empresasweb"]),
+                   corrida.Parametros().CADACTIVOWEB, corrida.programa.CodigoEmpresa())) {
+        // No dead end: what is published below hangs under the nearest published ancestor.
+        InsertaFamilias(paseo, hijas);
+        return;
+    }
+    hijas.id_padre = EscribeFamilia(paseo, rama, familia, clave);
+    hijas.id_nivel = rama.id_nivel + 1;
+    InsertaFamilias(paseo, hijas);
+    corrida.lote.EscribeSentencia(
+        SqlDerecha({{"ContadorNR", Texto(paseo.ContadorNR)}, {"CLAVE", clave}}));
+    ++paseo.ContadorNR;
+}
+
+/// The families of one level below a key.
 void InsertaFamilias(Paseo& paseo, const Rama& rama)
 {
     Corrida& corrida = paseo.corrida;
@@ -173,22 +197,9 @@ void InsertaFamilias(Paseo& paseo, const Rama& rama)
                             {"Padre", rama.prefijo}});
     auto familias = data::AbreLectura(corrida.programa, sql, corrida.programa.ConexionLocal);
     for (; !familias.Fin(); familias.Siguiente()) {
-        const QString clave = Texto(familias["CLAVE"]);
-        Rama hijas = rama;
-        hijas.nivel = rama.nivel + 1;
-        hijas.prefijo = clave;
-        if (!SeExporta(familias["activoweb"], TextoO(familias["empresasweb"]),
-                       corrida.Parametros().CADACTIVOWEB, corrida.programa.CodigoEmpresa())) {
-            // No dead end: what is published below hangs under the nearest published ancestor.
-            InsertaFamilias(paseo, hijas);
-            continue;
-        }
-        hijas.id_padre = EscribeFamilia(paseo, rama, familias, clave);
-        hijas.id_nivel = rama.id_nivel + 1;
-        InsertaFamilias(paseo, hijas);
-        corrida.lote.EscribeSentencia(
-            SqlDerecha({{"ContadorNR", Texto(paseo.ContadorNR)}, {"CLAVE", clave}}));
-        ++paseo.ContadorNR;
+        InsertaFamilia(paseo, rama, familias);
+        corrida.progreso.Avanza(familias.AbsolutePosition(), familias.RecordCount());
+        corrida.progreso.CedeEventos();
     }
 }
 

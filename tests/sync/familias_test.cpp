@@ -261,6 +261,21 @@ TEST_F(FamiliasTest, ElPrimerLoteSeCierraTrasDieciochoFamiliasYLosDemasTrasVeint
     EXPECT_EQ(titulos, (QStringList{"Actualizando Familia 27", "Actualizando Familia 47"}));
 }
 
+TEST_F(FamiliasTest, CadaFamiliaMueveLaBarraEnSuNivelYCedeElTurno)
+{
+    Nivel(0, "", {{.clave = "01"}, {.clave = "02", .activo = "N"}});
+    ConNumero("01", 11);
+    Nivel(1, "01", {{.clave = "0101"}});
+    ConNumero("0101", 12);
+    Nivel(2, "0101", {});
+    Nivel(1, "02", {});
+
+    sync::CargaFamilias(p.corrida);
+
+    EXPECT_EQ(p.progreso.avances, (std::vector<std::pair<int, int>>{{1, 1}, {1, 2}, {2, 2}}));
+    EXPECT_EQ(p.progreso.turnos, 3);
+}
+
 TEST_F(FamiliasTest, SinPedirFotosNoSeBorraNingunaEnElServidor)
 {
     Nivel(0, "", {{.clave = "01", .foto = "C:\\f.jpg"}});
