@@ -1,8 +1,4 @@
-#include "apoyo/corrida_real.h"
-#include "apoyo/dobles.h"
-#include "company/carga_param.h"
-#include "data/access/access.h"
-#include "sync/sincronizador.h"
+#include "e2e/ventana_real.h"
 #include <QImage>
 #include <QRegularExpression>
 #include <gtest/gtest.h>
@@ -12,58 +8,6 @@ namespace {
 
 using namespace tolmo;
 using Filas = std::vector<QStringList>;
-
-/// The engine as the window's buttons start it, in this process, on the company and the shop.
-class VentanaReal {
-  public:
-    explicit VentanaReal(EmpresaReal& empresa)
-        : empresa_(empresa), programa_(avisos_, reloj_, data::CreaProveedor, empresa.Actual())
-    {
-        reloj_.ahora = QDateTime::currentDateTime();
-        programa_.LblEmpresa = "000001 Casa de prueba";
-        programa_.SufijoTemporal = "24031509050789";
-        programa_.ConexionLocal.Conecta("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" +
-                                        empresa.Carpeta().Ruta("bases/BD000001.mdb") +
-                                        ";Persist Security Info=False");
-        company::CargaParam(programa_);
-    }
-
-    ResultadoCorrida Pulsa(const sync::Opciones& opciones)
-    {
-        return empresa_.Observa([&](ResultadoCorrida&) {
-            sync::Sincronizador sincronizador(programa_, progreso, site::Esperas{});
-            sincronizador.SincronizaPrestashop(opciones);
-            return 0;
-        });
-    }
-
-    ProgresoDePrueba progreso{};
-
-  private:
-    EmpresaReal& empresa_;
-    AvisosDePrueba avisos_{};
-    RelojDePrueba reloj_{};
-    data::Programa programa_;
-};
-
-const QString Asteriscos(33, u'*');
-
-QStringList CabeceraDelLog()
-{
-    return {Asteriscos, "INICIO VUELCO DATOS A PRESTASHOP ", Asteriscos,
-            "BORRANDO CACHÉ DE PRESTASHOP"};
-}
-
-QStringList FinDelLog()
-{
-    return {"BORRANDO CACHÉ DE PRESTASHOP",
-            Asteriscos,
-            "FIN VUELCO DATOS A PRESTASHOP ",
-            Asteriscos,
-            "",
-            "",
-            ""};
-}
 
 /// A shop that holds the company's four articles and a product of its own, and a company where
 /// nothing has changed but a family that is new.

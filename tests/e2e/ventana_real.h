@@ -1,0 +1,59 @@
+#pragma once
+#include "apoyo/corrida_real.h"
+#include "apoyo/dobles.h"
+#include "company/carga_param.h"
+#include "data/access/access.h"
+#include "sync/sincronizador.h"
+
+/// The engine as the window's buttons start it, in this process, on the company and the shop.
+class VentanaReal {
+  public:
+    explicit VentanaReal(EmpresaReal& empresa)
+        : empresa_(empresa),
+          programa_(avisos_, reloj_, tolmo::data::CreaProveedor, empresa.Actual())
+    {
+        reloj_.ahora = QDateTime::currentDateTime();
+        programa_.LblEmpresa = "000001 Casa de prueba";
+        programa_.SufijoTemporal = "24031509050789";
+        programa_.ConexionLocal.Conecta("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" +
+                                        empresa.Carpeta().Ruta("bases/BD000001.mdb") +
+                                        ";Persist Security Info=False");
+        tolmo::company::CargaParam(programa_);
+    }
+
+    ResultadoCorrida Pulsa(const tolmo::sync::Opciones& opciones)
+    {
+        return empresa_.Observa([&](ResultadoCorrida&) {
+            tolmo::sync::Sincronizador sincronizador(programa_, progreso, tolmo::site::Esperas{});
+            sincronizador.SincronizaPrestashop(opciones);
+            return 0;
+        });
+    }
+
+    ProgresoDePrueba progreso{};
+
+  private:
+    EmpresaReal& empresa_;
+    AvisosDePrueba avisos_{};
+    RelojDePrueba reloj_{};
+    tolmo::data::Programa programa_;
+};
+
+inline const QString Asteriscos(33, u'*');
+
+inline QStringList CabeceraDelLog()
+{
+    return {Asteriscos, "INICIO VUELCO DATOS A PRESTASHOP ", Asteriscos,
+            "BORRANDO CACHÉ DE PRESTASHOP"};
+}
+
+inline QStringList FinDelLog()
+{
+    return {"BORRANDO CACHÉ DE PRESTASHOP",
+            Asteriscos,
+            "FIN VUELCO DATOS A PRESTASHOP ",
+            Asteriscos,
+            "",
+            "",
+            ""};
+}
