@@ -10,18 +10,32 @@
  * Written for PHP 5.4 to 8.x.
  */
 
+// Read before Prepara lifts it: what ends a host's requests is often told to PHP, but enforced by
+// others.
+$limite = (int) ini_get('max_execution_time');
+$bloque = isset($_GET['cienmil']) && is_string($_GET['cienmil']) ? $_GET['cienmil'] : '';
 Prepara();
-ResponderBloque(isset($_GET['cienmil']) && is_string($_GET['cienmil']) ? $_GET['cienmil'] : '');
+ResponderBloque($bloque, $limite > 0 ? min(20, 0.6 * $limite) : 20);
 
-function ResponderBloque($bloque)
+/** `$segundos`: how long this request may work before it leaves the rest to the next one. */
+function ResponderBloque($bloque, $segundos)
 {
     if (!preg_match('/^[1-9]$/D', $bloque)) {
         echo "Bloque no admitido\r\n";
         return;
     }
+    // PHP keeps for two minutes where a path leads.
+    clearstatcache(true);
     $raiz = CarpetaPropia('img/p');
+    // A folder that isn't there won't be at the next request either.
+    if ($raiz === false) {
+        echo "La tienda no tiene una carpeta img/p propia; no se borra nada\r\nCONCLUIDO\r\n";
+        return;
+    }
     $imagenes = new Imagenes(Ajustes());
-    if ($raiz === false || !$imagenes->Responde()) {
+    if (!$imagenes->Responde()) {
+        // The client asks again at once, for as long as this lasts.
+        usleep(1000000);
         echo "No se puede consultar la tabla de im\xE1genes; no se borra nada\r\n";
         return;
     }
@@ -31,12 +45,12 @@ function ResponderBloque($bloque)
         return;
     }
     $purga = new Purga($raiz, (int) $bloque, $imagenes);
-    echo $purga->Recorre() ? "CONCLUIDO\r\n" : "Continuar\r\n";
+    echo $purga->Recorre($segundos) ? "CONCLUIDO\r\n" : "Continuar\r\n";
 }
 
 /**
- * The shop's table of images, asked for a few hundred numbers at a time and always after their files
- * were seen: the shop writes the row of a new picture before its files.
+ * The shop's table of images, asked for a hundred numbers at a time and always after their files were
+ * seen: the shop writes the row of a new picture before its files.
  */
 class Imagenes
 {
@@ -87,7 +101,8 @@ class Imagenes
  */
 class Purga
 {
-    const GRUPO = 500;
+    // Between two looks at the clock: the files of so many images must not take seconds.
+    const GRUPO = 100;
     const VENTANA = 50000;
     const FOTO = '/^(0|[1-9][0-9]{0,9})(?:-[A-Za-z0-9_-]+)?\.(?:jpe?g|png|gif|webp)$/Di';
 
@@ -112,15 +127,15 @@ class Purga
         $this->rutaMarca = $raiz . '/purga' . $bloque . '.txt';
     }
 
-    /** True when the block is done, false when the time is over or the database has gone. */
-    public function Recorre()
+    /** True when the block is done, false when the request has lasted so long or the database has
+     *  gone. */
+    public function Recorre($segundos)
     {
+        $this->fin = $_SERVER['REQUEST_TIME_FLOAT'] + $segundos;
         $this->marca = is_link($this->rutaMarca) ? false : @fopen($this->rutaMarca, 'c+b');
         if ($this->marca) {
             $this->LeeMarca();
         }
-        $limite = (int) ini_get('max_execution_time');
-        $this->fin = microtime(true) + ($limite > 0 ? min(20, 0.6 * $limite) : 20);
         if (!$this->RecorreLlana() || !$this->RecorreCifras('') || !$this->BorraPendientes()) {
             return false;
         }
@@ -136,7 +151,7 @@ class Purga
         // A request that the client has given up may still be at work: the next one waits for it.
         flock($this->marca, LOCK_EX);
         $datos = fstat($this->marca);
-        $hecho = (string) stream_get_contents($this->marca);
+        $hecho = rtrim((string) stream_get_contents($this->marca));
         // What somebody left half done long ago says nothing about the shop of today.
         if (time() - $datos['mtime'] < 3600 && preg_match('/^[fn][0-9]{1,10}$/D', $hecho)) {
             $this->hecho = $hecho;
@@ -148,9 +163,9 @@ class Purga
     {
         $this->hecho = $hecho;
         if ($this->marca) {
-            ftruncate($this->marca, 0);
+            // One write of always the same length: a request that is killed here leaves it whole.
             rewind($this->marca);
-            fwrite($this->marca, $hecho);
+            fwrite($this->marca, str_pad($hecho, 11));
             fflush($this->marca);
         }
         return microtime(true) < $this->fin;
@@ -228,7 +243,7 @@ class Purga
     /** Whether a folder or one below it belongs to the block and hasn't been done. */
     private function QuedaAlgo($cifras)
     {
-        $hecha = substr($this->hecho, 0, 1) === 'n' ? substr($this->hecho, 1) : '';
+        $hecha = $this->CarpetaHecha();
         if (strcmp($cifras, $hecha) < 0 && strpos($hecha, $cifras) !== 0) {
             return false;
         }
@@ -247,12 +262,11 @@ class Purga
         return false;
     }
 
-    /** Puts the pictures of one folder aside; a group of folders is dealt with at once. */
+    /** Puts the pictures of one folder aside; a group of folders is dealt with at once. Those that
+     *  it only passes through count as well: the last block looks into every folder of the shop. */
     private function Anota($cifras, $ruta, $nombres)
     {
-        $numero = (float) $cifras;
-        $hecha = substr($this->hecho, 0, 1) === 'n' ? substr($this->hecho, 1) : '';
-        if ($numero < $this->primera || $numero > $this->ultima || strcmp($cifras, $hecha) <= 0) {
+        if (strcmp($cifras, $this->CarpetaHecha()) <= 0) {
             return true;
         }
         $suyos = array();
@@ -261,13 +275,19 @@ class Purga
                 $suyos[] = $ruta . $nombre;
             }
         }
-        if ($suyos) {
+        if ($suyos && (float) $cifras >= $this->primera && (float) $cifras <= $this->ultima) {
             $this->pendientes[$cifras] = implode('|', $suyos);
         }
         if (++$this->carpetas % self::GRUPO !== 0) {
             return true;
         }
         return $this->BorraPendientes() && $this->Recuerda('n' . $cifras);
+    }
+
+    /** The last folder of the new layout that has been done, as digits; empty before the first. */
+    private function CarpetaHecha()
+    {
+        return substr($this->hecho, 0, 1) === 'n' ? substr($this->hecho, 1) : '';
     }
 
     private function BorraPendientes()

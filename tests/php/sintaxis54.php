@@ -23,7 +23,7 @@ const FUNCIONES = [
     'mysqli_options', 'mysqli_query', 'mysqli_real_connect', 'mysqli_report', 'mysqli_set_charset',
     'mysqli_use_result', 'opendir', 'openssl_random_pseudo_bytes', 'preg_match', 'preg_match_all', 'preg_quote',
     'preg_replace', 'preg_split', 'range', 'readdir', 'realpath', 'register_shutdown_function', 'rename',
-    'rewind', 'rmdir', 'round', 'rtrim', 'scandir', 'set_time_limit', 'str_replace', 'str_split', 'strcmp',
+    'rewind', 'rmdir', 'round', 'rtrim', 'scandir', 'set_time_limit', 'str_pad', 'str_replace', 'str_split', 'strcmp',
     'stream_get_contents', 'stream_get_line', 'stripos', 'strlen', 'strpos', 'strtolower', 'substr', 'time',
     'trim', 'uniqid', 'unlink', 'usleep', 'version_compare',
 ];

@@ -80,6 +80,12 @@ void TiendaConScripts::SubeCredenciales(const QString& clave) const
     tienda.EscribeFichero("bdtolmo.ccc", texto.toLatin1());
 }
 
+void TiendaConScripts::Llena(const QStringList& rutas) const
+{
+    for (const QString& ruta : rutas)
+        tienda.EscribeFichero(ruta, "foto");
+}
+
 QByteArray TiendaConScripts::Pide(const QString& script) const
 {
     const TiendaDePrueba::Pagina pagina = tienda.PaginaWeb(script);

@@ -19,6 +19,8 @@ class TiendaConScripts {
 
     /// Uploads "bdtolmo.ccc"; an empty password is the right one.
     void SubeCredenciales(const QString& clave = {}) const;
+    /// Writes something into each of these files, as good as any picture.
+    void Llena(const QStringList& rutas) const;
     /// Body of a script's answer. A status other than 200 is told in its place.
     QByteArray Pide(const QString& script) const;
     /// Credentials and batch up, and the answer of ejecuta.php.
