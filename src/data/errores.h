@@ -24,6 +24,7 @@ class ErrorDatos : public std::runtime_error {
 namespace numero_error {
 constexpr int ArgumentoNoValido = 5;
 constexpr int UsoDeNulo = 94;
+constexpr int CriterioNoValido = 3001;  ///< a search criterion that doesn't read as one
 constexpr int FinDeFilas = 3021;        ///< no current row
 constexpr int ElementoNoHallado = 3265; ///< no column of that name
 constexpr int CampoIncorrecto = 3421;   ///< a value that the column can't take

@@ -12,6 +12,15 @@ namespace {
                      QStringLiteral("Recordset"));
 }
 
+[[noreturn]] void FaltaFila()
+{
+    throw ErrorDatos(
+        numero_error::FinDeFilas,
+        QStringLiteral(
+            "El valor de BOF o EOF es True, o el actual registro se eliminó; la operación solicitada requiere un registro actual."),
+        QStringLiteral("Recordset"));
+}
+
 } // namespace
 
 Recordset::Recordset(Filas filas, std::shared_ptr<Proveedor> proveedor)
@@ -64,9 +73,17 @@ const Valor& Recordset::operator[](const char* columna) const
 const Valor& Recordset::operator[](int indice) const
 {
     ExigeFila();
+    return En(posicion_, indice);
+}
+
+const Valor& Recordset::En(int fila, int indice) const
+{
+    if (fila < 0 || fila >= filasTotales_)
+        FaltaFila();
     if (indice < 0 || indice >= static_cast<int>(filas_.campos.size()))
         FaltaColumna(QString::number(indice));
-    return filas_.valores[Desplazamiento() + static_cast<std::size_t>(indice)];
+    return filas_.valores[static_cast<std::size_t>(fila) * filas_.campos.size() +
+                          static_cast<std::size_t>(indice)];
 }
 
 bool Recordset::TieneColumna(const QString& columna) const
@@ -107,16 +124,12 @@ void Recordset::Borra()
 void Recordset::ExigeFila() const
 {
     if (Principio() || Fin())
-        throw ErrorDatos(
-            numero_error::FinDeFilas,
-            QStringLiteral(
-                "El valor de BOF o EOF es True, o el actual registro se eliminó; la operación solicitada requiere un registro actual."),
-            QStringLiteral("Recordset"));
+        FaltaFila();
 }
 
 void Recordset::ExigeCambiable() const
 {
-    if (!proveedor_ || filas_.tabla.isEmpty())
+    if (!Cambiable())
         throw ErrorDatos(
             numero_error::SinPermiso,
             QStringLiteral("El conjunto de registros actual no admite actualizaciones."),

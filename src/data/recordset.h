@@ -38,9 +38,17 @@ class Recordset {
     /// The value at column `indice`, from 0.
     /// \throws ErrorDatos as above
     const Valor& operator[](int indice) const;
+    /// The value at row `fila` and column `indice`, both from 0, wherever the current row is.
+    /// \throws ErrorDatos as above
+    const Valor& En(int fila, int indice) const;
 
+    /// The place of a column, from 0; the name goes in any case.
+    /// \throws ErrorDatos 3265 for a column that isn't there
+    int Indice(const QString& columna) const;
     bool TieneColumna(const QString& columna) const;
     const std::vector<Campo>& Campos() const { return filas_.campos; }
+    /// True for rows that can be changed.
+    bool Cambiable() const { return proveedor_ && !filas_.tabla.isEmpty(); }
 
     /// Writes columns of the current row, in the database and here.
     /// \throws ErrorDatos 3251 for a row set that can't be changed, 3265 for a column that isn't
@@ -54,7 +62,6 @@ class Recordset {
   private:
     void ExigeFila() const;
     void ExigeCambiable() const;
-    int Indice(const QString& columna) const;
     std::vector<std::size_t> Indices(const Cambios& cambios) const;
     void Anota(const std::vector<std::size_t>& indices, const Cambios& cambios);
     std::size_t Desplazamiento() const;

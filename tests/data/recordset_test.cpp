@@ -147,6 +147,29 @@ TEST(Recordset, UnaColumnaQueNoEstaEsElError3265)
     EXPECT_EQ(NumeroDe([&] { filas[-1]; }), 3265);
 }
 
+TEST(Recordset, CualquierFilaSeLeeSinMoverLaActual)
+{
+    Recordset filas(TresFilas());
+    filas.Siguiente();
+
+    EXPECT_EQ(filas.En(2, filas.Indice("nombre")).toString(), "Tres");
+    EXPECT_EQ(filas.En(0, 0).toString(), "001");
+    EXPECT_EQ(filas.AbsolutePosition(), 2);
+    EXPECT_EQ(NumeroDe([&] { filas.En(3, 0); }), 3021);
+    EXPECT_EQ(NumeroDe([&] { filas.En(-1, 0); }), 3021);
+    EXPECT_EQ(NumeroDe([&] { filas.En(0, 2); }), 3265);
+    EXPECT_EQ(NumeroDe([&] { (void)filas.Indice("PRECIO"); }), 3265);
+}
+
+TEST(Recordset, SoloSeCambiaElDeUnaTablaConSuMotor)
+{
+    auto base = std::make_shared<ProveedorDePrueba>();
+
+    EXPECT_TRUE(Recordset(TresFilas("M_FAMILIA"), base).Cambiable());
+    EXPECT_FALSE(Recordset(TresFilas("M_FAMILIA")).Cambiable());
+    EXPECT_FALSE(Recordset(TresFilas(), base).Cambiable());
+}
+
 TEST(Recordset, SinFilaActualEsElError3021)
 {
     Recordset filas(TresFilas());
