@@ -34,8 +34,9 @@ struct Retirados : testing::Test {
         p.local.Espera(SqlPublicado(referencia),
                        si ? HazFilas({"CODARTICULO"}, {{referencia}}) : SinFilas);
     }
-    /// `cuantos` products with one row each, none published, from id 1001 on.
-    void MuchosRetirados(int cuantos)
+    /// `cuantos` products with one row each, from id 1001 on, of which only `retirado` isn't
+    /// published; without it none is.
+    void Muchos(int cuantos, int retirado = 0)
     {
         data::Filas filas =
             HazFilas({"id_product", "reference", "id_image", "supplier_reference"}, {});
@@ -43,10 +44,11 @@ struct Retirados : testing::Test {
             const QString referencia = QString::number(i);
             for (const Valor& valor : {Valor(1000 + i), Valor(referencia), Nulo(), Valor("alt")})
                 filas.valores.push_back(valor);
-            Publicado(referencia, false);
+            Publicado(referencia, retirado != 0 && i != retirado);
         }
         Productos(filas);
     }
+    QStringList Titulos() const { return p.Log().filter("EJECUTANDO REMOTAMENTE"); }
 };
 
 TEST_F(Retirados, SeBorranLasImagenesDeCadaFilaYDespuesElProductoEnSuOrden)
@@ -165,7 +167,7 @@ TEST_F(Retirados, EnUnaTiendaVaciaNoPasaNada)
 
 TEST_F(Retirados, CadaCienProductosVaUnLoteYAlFinalElResto)
 {
-    MuchosRetirados(101);
+    Muchos(101);
 
     sync::RetiraArticulos(p.fase);
 
@@ -178,12 +180,105 @@ TEST_F(Retirados, CadaCienProductosVaUnLoteYAlFinalElResto)
 
 TEST_F(Retirados, CienJustosDanUnSoloLote)
 {
-    MuchosRetirados(100);
+    Muchos(100);
 
     sync::RetiraArticulos(p.fase);
 
     EXPECT_EQ(p.red.Lotes().size(), 1U);
     EXPECT_FALSE(p.prueba.carpeta.Existe("sentencias.sql"));
+}
+
+// A count that comes round with nothing written since the last one calls nobody.
+TEST_F(Retirados, SiSoloSeRetiraElPrimeroDeCientoUnoVaUnLoteAlLlegarACien)
+{
+    Muchos(101, 1);
+
+    sync::RetiraArticulos(p.fase);
+
+    EXPECT_EQ(Titulos(), QStringList{"EJECUTANDO REMOTAMENTE Borrando artículos (...100)"});
+    ASSERT_EQ(p.red.Lotes().size(), 1U);
+    EXPECT_EQ(p.red.Lotes()[0].size(), 11);
+    EXPECT_EQ(p.red.Lotes()[0][0], "DELETE FROM ps_product WHERE id_product='1001'||");
+}
+
+TEST_F(Retirados, SiSoloSeRetiraElUltimoDeCientoUnoVaUnLoteAlFinal)
+{
+    Muchos(101, 101);
+
+    sync::RetiraArticulos(p.fase);
+
+    EXPECT_EQ(Titulos(), QStringList{"EJECUTANDO REMOTAMENTE Borrando artículos (...101)"});
+    ASSERT_EQ(p.red.Lotes().size(), 1U);
+    EXPECT_EQ(p.red.Lotes()[0].size(), 11);
+    EXPECT_EQ(p.red.Lotes()[0][0], "DELETE FROM ps_product WHERE id_product='1101'||");
+}
+
+// The rows have no order: a product ends where the next row has another id.
+TEST_F(Retirados, LasFilasSeparadasDeUnProductoSonDosGrupos)
+{
+    Productos({{71, "R1", 5, "A1"}, {72, "R2", 6, "A2"}, {71, "R1", 7, "A1"}});
+    Publicado("R1", false);
+    Publicado("R2", true);
+    Publicado("R1", false);
+
+    sync::RetiraArticulos(p.fase);
+
+    EXPECT_EQ(p.Log(),
+              (QStringList{"Comprobando articulos que ya no estan...", "Borrando Artículo 71 / A1",
+                           "Borrando Artículo 71 / A1", "SUBIENDO FICHERO sentencias.sql",
+                           "EJECUTANDO REMOTAMENTE Borrando artículos (...3)"}));
+    const QStringList lote = p.red.Lotes().at(0);
+    ASSERT_EQ(lote.size(), 28) << "twice three of the picture and eleven of the product";
+    EXPECT_EQ(lote[0], "DELETE FROM ps_image_lang where id_image=5||");
+    EXPECT_EQ(lote[3], "DELETE FROM ps_product WHERE id_product='71'||");
+    EXPECT_EQ(lote[14], "DELETE FROM ps_image_lang where id_image=7||");
+    EXPECT_EQ(lote.mid(17), lote.mid(3, 11));
+    EXPECT_EQ(p.Lineas("imgborra.txt"),
+              (QStringList{"img/p/5.jpg;", "img/p/5/5.jpg;", "img/p/5/5-*.jpg;", "img/p/7.jpg;",
+                           "img/p/7/7.jpg;", "img/p/7/7-*.jpg;"}));
+}
+
+// An id that is empty for the sentences is a number for the list.
+TEST_F(Retirados, UnaImagenCeroNoSeBorraDeLasTablasYSusFicherosVanALaLista)
+{
+    Productos({{71, "R1", 0, "ALT"}});
+    Publicado("R1", false);
+
+    sync::RetiraArticulos(p.fase);
+
+    EXPECT_EQ(p.Lineas("imgborra.txt"),
+              (QStringList{"img/p/0.jpg;", "img/p/0/0.jpg;", "img/p/0/0-*.jpg;"}));
+    EXPECT_EQ(p.red.Lotes().at(0).size(), 11);
+    EXPECT_EQ(p.red.Lotes().at(0).at(0), "DELETE FROM ps_product WHERE id_product='71'||");
+}
+
+TEST_F(Retirados, UnSignoDeUnirEnLaReferenciaLlegaIntactoALaConsultaLocal)
+{
+    Productos({{71, "A&B", Nulo(), "ALT"}});
+    Publicado("A&B", true);
+
+    sync::RetiraArticulos(p.fase);
+
+    EXPECT_EQ(p.local.consultas, QStringList{SqlPublicado("A&B")});
+    EXPECT_TRUE(p.red.pasos.isEmpty());
+}
+
+// The log goes through the shop's dialect, which can't read an "&" without a bracket.
+TEST_F(Retirados, UnSignoDeUnirEnElCodigoAlternativoDejaSuLineaFueraDelFicheroDeRegistro)
+{
+    p.prueba.carpeta.CreaCarpeta("HISTORICOWEB");
+    Productos({{71, "R1", Nulo(), "A & B"}});
+    Publicado("R1", false);
+
+    sync::RetiraArticulos(p.fase);
+
+    const QString momento = "[15/03/2024 9:05:07] ";
+    EXPECT_EQ(p.Lineas("HISTORICOWEB/20240315VUELCOPRESTASHOP.TXT"),
+              (QStringList{momento + "Comprobando articulos que ya no estan...",
+                           momento + "SUBIENDO FICHERO sentencias.sql",
+                           momento + "EJECUTANDO REMOTAMENTE Borrando artículos (...1)"}));
+    EXPECT_EQ(p.progreso.lineas.value(1), momento + "Borrando Artículo 71 / A & B");
+    EXPECT_EQ(p.red.Lotes().at(0).size(), 11);
 }
 
 TEST_F(Retirados, UnaComillaEnLaReferenciaRompeLaConsultaLocal)
