@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 using namespace tolmo;
+using data::Nulo;
 using data::Valor;
 
 namespace {
@@ -40,6 +41,19 @@ struct Atributos : testing::Test {
                 filas.valores.push_back(valor);
         p.local.Espera(SqlCategorias, filas);
     }
+    /// Of category 1, without a category among those of the first list.
+    void MuchasOpciones(int cuantas)
+    {
+        Categorias({});
+        data::Filas filas =
+            HazFilas({"CODCATEGORIA", "CODOPCIONAL", "DESCRIPCION", "NCAT", "NOPC"}, {});
+        for (int n = 1; n <= cuantas; ++n)
+            for (const Valor& valor :
+                 {Valor("COL"), Valor(QString::number(n)), Valor("d"), Valor(1), Valor(n)})
+                filas.valores.push_back(valor);
+        p.local.Espera(SqlOpciones, filas);
+    }
+    QStringList Titulos() const { return p.Log().filter("EJECUTANDO REMOTAMENTE"); }
 };
 
 TEST_F(Atributos, CadaCategoriaEsUnGrupoYCadaOpcionUnAtributo)
@@ -128,6 +142,66 @@ TEST_F(Atributos, DoscientasJustasDanUnSoloLote)
 
     EXPECT_EQ(p.red.Lotes().size(), 1U);
     EXPECT_EQ(p.progreso.avances.back(), std::pair(200, 200));
+}
+
+TEST_F(Atributos, DoscientasOpcionesJustasDanUnSoloLoteConLosBorradosDelante)
+{
+    MuchasOpciones(200);
+
+    sync::CargaAtributos(p.fase);
+
+    EXPECT_EQ(Titulos(),
+              QStringList{"EJECUTANDO REMOTAMENTE Creando Tabla maestra de combinaciones"});
+    ASSERT_EQ(p.red.Lotes().size(), 1U);
+    ASSERT_EQ(p.red.Lotes()[0].size(), 6 + 200 * 4);
+    EXPECT_EQ(
+        p.red.Lotes()[0][802],
+        "INSERT INTO ps_attribute (ID_ATTRIBUTE,ID_ATTRIBUTE_GROUP,COLOR,POSITION) VALUES (001200,1,'#000000',200)||");
+    EXPECT_FALSE(p.prueba.carpeta.Existe("sentencias.sql"));
+}
+
+TEST_F(Atributos, LaPosicionSigueContandoEnElLoteSiguiente)
+{
+    MuchasOpciones(201);
+
+    sync::CargaAtributos(p.fase);
+
+    ASSERT_EQ(p.red.Lotes().size(), 2U);
+    EXPECT_EQ(p.red.Lotes()[0].size(), 6 + 200 * 4);
+    EXPECT_EQ(
+        p.red.Lotes()[1].value(0),
+        "INSERT INTO ps_attribute (ID_ATTRIBUTE,ID_ATTRIBUTE_GROUP,COLOR,POSITION) VALUES (001201,1,'#000000',201)||");
+    EXPECT_EQ(p.red.Lotes()[1].size(), 4);
+}
+
+TEST_F(Atributos, UnaDescripcionNulaQuedaVacia)
+{
+    Categorias({{"COL", Nulo(), 2}});
+    Opciones({{"COL", "ROJ", Nulo(), 2, 7}});
+
+    sync::CargaAtributos(p.fase);
+
+    EXPECT_EQ(
+        p.red.Lotes().at(0).at(4),
+        "INSERT INTO ps_attribute_group_lang(ID_ATTRIBUTE_GROUP,ID_LANG,NAME,PUBLIC_NAME) VALUES (2,3,'','')||");
+    EXPECT_EQ(p.red.Lotes().at(1).at(4),
+              "INSERT INTO ps_attribute_lang (ID_ATTRIBUTE,ID_LANG,NAME) VALUES (002007,3,'')||");
+}
+
+// The sentences go through the shop's dialect, texts included.
+TEST_F(Atributos, UnSignoDeUnirEnLaDescripcionSeTomaPorElOperador)
+{
+    Categorias({{"COL", "A & B", 2}});
+    Opciones({{"COL", "ROJ", "C&D", 2, 7}});
+
+    sync::CargaAtributos(p.fase);
+
+    EXPECT_EQ(
+        p.red.Lotes().at(0).at(4),
+        "INSERT INTO ps_attribute_group_lang(ID_ATTRIBUTE_GROUP,ID_LANG,NAME,PUBLIC_NAME) VALUES  CONCAT(2,3,'A , B','A , B')||");
+    EXPECT_EQ(
+        p.red.Lotes().at(1).at(4),
+        "INSERT INTO ps_attribute_lang (ID_ATTRIBUTE,ID_LANG,NAME) VALUES  CONCAT(002007,3,'C,D')||");
 }
 
 TEST_F(Atributos, UnaComillaEnLaDescripcionQuedaComoEsta)
