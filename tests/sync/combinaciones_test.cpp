@@ -42,6 +42,19 @@ struct Combinaciones : testing::Test {
             SqlUnaCategoria,
             HazFilas({"CODCATEGORIA", "VALOR", "FOTO", "INC_PVP_COMBINA", "PESO_COMBINA"}, filas));
     }
+    /// One row of two categories with these pictures: attributes 002004 and 005009.
+    void DosCategorias(const Valor& fotoDeColor, const Valor& fotoDeTalla)
+    {
+        p.programa.parametros.Ps_pvpdef = 3;
+        Categorias({"COL", "TAL"});
+        p.local.Espera(
+            SqlDosCategorias,
+            HazFilas({"T001.CODCATEGORIA", "T001.VALOR", "T001.FOTO", "T002.CODCATEGORIA",
+                      "T002.VALOR", "T002.FOTO", "INC_PVP_COMBINA", "PESO_COMBINA"},
+                     {{"COL", "AZU", fotoDeColor, "TAL", "L", fotoDeTalla, 3.5, 1}}));
+        Rango("COL", "AZU", 2, 4);
+        Rango("TAL", "L", 5, 9);
+    }
     void Rango(const QString& categoria, const QString& valor, int ncat, int nopc)
     {
         p.local.Espera(
@@ -108,15 +121,8 @@ TEST_F(Combinaciones, UnaCategoriaLeeColumnasSinPrefijoYLaPrimeraFilaEsLaDeDefec
 
 TEST_F(Combinaciones, DosCategoriasDanUnValorDeCadaUnaConLaTarifaDelDefecto)
 {
-    p.programa.parametros.Ps_pvpdef = 3;
     p.programa.parametros.PS_VERSION = 1;
-    Categorias({"COL", "TAL"});
-    p.local.Espera(SqlDosCategorias,
-                   HazFilas({"T001.CODCATEGORIA", "T001.VALOR", "T001.FOTO", "T002.CODCATEGORIA",
-                             "T002.VALOR", "T002.FOTO", "INC_PVP_COMBINA", "PESO_COMBINA"},
-                            {{"COL", "AZU", Nulo(), "TAL", "L", Nulo(), 3.5, 1}}));
-    Rango("COL", "AZU", 2, 4);
-    Rango("TAL", "L", 5, 9);
+    DosCategorias(Nulo(), Nulo());
 
     EXPECT_EQ(
         Escribe(),
@@ -158,6 +164,81 @@ TEST_F(Combinaciones, LaMismaFotoSeSubeUnaVezPorArticuloYSeEnlazaEnCadaFila)
         "INSERT INTO ps_product_attribute_image (id_image,id_product_attribute) SELECT 123,CONCAT(ID_PRODUCT,RIGHT(CONCAT('00000','2'),5))  From ps_product WHERE REFERENCE ='0101A'||");
     EXPECT_EQ(sentencias.size(), 11);
     EXPECT_EQ(p.fase.PendientesArt.size(), 2U);
+}
+
+TEST_F(Combinaciones, EnElEsquemaNuevoLaFotoVaEntreElValorYLaFilaDeLaCombinacion)
+{
+    p.opciones.fotosArt = true;
+    p.programa.parametros.PS_VERSION = 1;
+    Valores({{"COL", "AZU", "c:\\azul.jpg", 1.5, 0.25}});
+    Rango("COL", "AZU", 2, 4);
+
+    EXPECT_EQ(
+        Escribe(),
+        (QStringList{
+            "INSERT INTO ps_product_attribute_combination (ID_ATTRIBUTE,ID_PRODUCT_ATTRIBUTE) SELECT 002004,CONCAT(ID_PRODUCT,RIGHT(CONCAT('00000','1'),5))  From ps_product WHERE REFERENCE ='0101A'||",
+            "INSERT INTO ps_image (id_image,id_product,position,cover) VALUES (123,71,11,null)||",
+            "INSERT INTO ps_image_shop (id_image,id_product,id_shop,cover) VALUES (123,71,1,null)||",
+            "INSERT INTO ps_image_lang (id_image,id_lang,legend) VALUES (123,3,'Olla')||",
+            "INSERT INTO ps_product_attribute_image (id_image,id_product_attribute) SELECT 123,CONCAT(ID_PRODUCT,RIGHT(CONCAT('00000','1'),5))  From ps_product WHERE REFERENCE ='0101A'||",
+            "INSERT INTO ps_product_attribute (ID_PRODUCT_ATTRIBUTE,ID_PRODUCT,PRICE,WEIGHT,DEFAULT_ON) SELECT CONCAT(ID_PRODUCT,RIGHT(CONCAT('00000','1'),5)) , ID_PRODUCT,1.5,0.25,1 From ps_product WHERE REFERENCE ='0101A'||",
+            "INSERT INTO ps_product_attribute_shop (ID_PRODUCT_ATTRIBUTE,ID_PRODUCT,ID_SHOP,PRICE,WEIGHT,DEFAULT_ON) SELECT CONCAT(ID_PRODUCT,RIGHT(CONCAT('000000','1'),5)) , ID_PRODUCT, 1,1.5,0.25,1 From ps_product WHERE REFERENCE ='0101A'||"}));
+}
+
+TEST_F(Combinaciones, LaFotoDeDosCategoriasDeUnaFilaEntraConLaPrimeraYLaOtraSoloLaEnlaza)
+{
+    p.opciones.fotosArt = true;
+    DosCategorias("c:\\azul.jpg", "c:\\azul.jpg");
+    const QString enlace =
+        "INSERT INTO ps_product_attribute_image (id_image,id_product_attribute) SELECT 123,CONCAT(ID_PRODUCT,RIGHT(CONCAT('00000','1'),5))  From ps_product WHERE REFERENCE ='0101A'||";
+
+    const QStringList sentencias = Escribe();
+
+    ASSERT_EQ(sentencias.size(), 9);
+    EXPECT_EQ(
+        sentencias.mid(1, 6),
+        (QStringList{
+            "INSERT INTO ps_image (id_image,id_product,position,cover) VALUES (123,71,11,1)||",
+            "INSERT INTO ps_image_shop (id_image,id_shop,cover) VALUES (123,1,1)||",
+            "INSERT INTO ps_image_lang (id_image,id_lang,legend) VALUES (123,3,'Olla')||", enlace,
+            "INSERT INTO ps_product_attribute_combination (ID_ATTRIBUTE,ID_PRODUCT_ATTRIBUTE) SELECT 005009,CONCAT(ID_PRODUCT,RIGHT(CONCAT('00000','1'),5))  From ps_product WHERE REFERENCE ='0101A'||",
+            enlace}));
+    EXPECT_EQ(p.fase.contadores.mimage, 123);
+}
+
+TEST_F(Combinaciones, LaFotoDeLaSegundaCategoriaLlevaSuOrdinalComoTapa)
+{
+    p.opciones.fotosArt = true;
+    DosCategorias(Nulo(), "c:\\azul.jpg");
+
+    const QStringList sentencias = Escribe();
+
+    EXPECT_EQ(
+        sentencias.mid(1, 3),
+        (QStringList{
+            "INSERT INTO ps_product_attribute_combination (ID_ATTRIBUTE,ID_PRODUCT_ATTRIBUTE) SELECT 005009,CONCAT(ID_PRODUCT,RIGHT(CONCAT('00000','1'),5))  From ps_product WHERE REFERENCE ='0101A'||",
+            "INSERT INTO ps_image (id_image,id_product,position,cover) VALUES (123,71,11,2)||",
+            "INSERT INTO ps_image_shop (id_image,id_shop,cover) VALUES (123,1,2)||"}));
+}
+
+TEST_F(Combinaciones, UnaFotoSinFicheroEsUnaImagenEnlazadaEnCadaFilaQueNadieSube)
+{
+    p.opciones.fotosArt = true;
+    const QString ninguna = p.prueba.carpeta.Ruta("no_esta.jpg");
+    Valores({{"COL", "AZU", ninguna, 1, 0}, {"COL", "CIE", ninguna, 1, 0}});
+    Rango("COL", "AZU", 2, 4);
+    Rango("COL", "CIE", 2, 5);
+
+    const QStringList sentencias = Escribe();
+
+    EXPECT_EQ(sentencias.filter("INTO ps_image ").size(), 1);
+    EXPECT_EQ(
+        sentencias.filter("INTO ps_product_attribute_image "),
+        (QStringList{
+            "INSERT INTO ps_product_attribute_image (id_image,id_product_attribute) SELECT 123,CONCAT(ID_PRODUCT,RIGHT(CONCAT('00000','1'),5))  From ps_product WHERE REFERENCE ='0101A'||",
+            "INSERT INTO ps_product_attribute_image (id_image,id_product_attribute) SELECT 123,CONCAT(ID_PRODUCT,RIGHT(CONCAT('00000','2'),5))  From ps_product WHERE REFERENCE ='0101A'||"}));
+    EXPECT_EQ(p.fase.PendientesArt.size(), 1U) << "the first element is never a picture";
+    EXPECT_FALSE(p.prueba.carpeta.Existe("creapath.txt"));
 }
 
 TEST_F(Combinaciones, EnOtroArticuloLaMismaFotoEsOtraImagen)

@@ -181,6 +181,28 @@ TEST_F(Imagenes, LaDeUnValorVaEnLaPosicionOnceConElOrdinalDeSuCategoriaComoTapa)
     EXPECT_EQ(p.Lineas("creapath.txt"), QStringList{"1/2/3;"});
 }
 
+// The same word for the shop, in the letters of the phase that writes it.
+TEST_F(Imagenes, EnElEsquemaNuevoElNuloDelArticuloYElDelValorSeEscribenDistinto)
+{
+    p.programa.parametros.PS_VERSION = 1;
+    fila.Pon("FOTO", "no_esta.jpg").Pon("FOTO2", "tampoco.jpg");
+    const data::Recordset registro = fila.Fila();
+    const sync::Articulo articulo{.fila = registro, .id = "71"};
+
+    sync::AnadeImagenes(p.fase, articulo);
+    sync::AnadeImagenDeValor(p.fase, articulo, "ni_esta.jpg", 1);
+
+    EXPECT_EQ(
+        p.Sentencias(),
+        (QStringList{
+            "INSERT INTO ps_image (id_image,id_product,position,cover) VALUES (123,71,1,1)||",
+            "INSERT INTO ps_image_shop (id_image,id_product,id_shop,cover) VALUES (123,71,1,1)||",
+            "INSERT INTO ps_image (id_image,id_product,position,cover) VALUES (124,71,2,Null)||",
+            "INSERT INTO ps_image_shop (id_image,id_product,id_shop,cover) VALUES (124,71,1,Null)||",
+            "INSERT INTO ps_image (id_image,id_product,position,cover) VALUES (125,71,11,null)||",
+            "INSERT INTO ps_image_shop (id_image,id_product,id_shop,cover) VALUES (125,71,1,null)||"}));
+}
+
 TEST_F(Imagenes, LaDeUnValorNoTapaEnElEsquemaNuevo)
 {
     p.programa.parametros.PS_VERSION = 1;
