@@ -78,10 +78,18 @@ struct Existencias : testing::Test {
                 .replace("%2", valor),
             HazFilas({"NCAT", "NOPC"}, {{ncat, nopc}}));
     }
-    QStringList Escribe()
+    QStringList Escribe(const QString& id = "71")
     {
         const data::Recordset registro = fila.Fila();
-        sync::EscribeExistencias(p.fase, {.fila = registro, .CodArticulo = "0101A", .id = "71"});
+        sync::EscribeExistencias(p.fase, {.fila = registro, .CodArticulo = "0101A", .id = id});
+        return p.Sentencias();
+    }
+    /// The stock-only way, over rows of the shop with these product ids.
+    QStringList EscribeSolo(int id, int otro)
+    {
+        data::Recordset productos(HazFilas({"id_product", "reference", "id_image", "date_upd"},
+                                           {{id, "0101A", 1, Nulo()}, {otro, "0101A", 2, Nulo()}}));
+        sync::EscribeSoloExistencias(p.fase, fila.Fila(), productos);
         return p.Sentencias();
     }
 };
@@ -154,16 +162,63 @@ TEST_F(Existencias, SinLaMarcaDeStockNoSeHaceNada)
 TEST_F(Existencias, SoloStockRepiteSusSentenciasPorCadaFilaDelProductoConUnaLineaDeRegistro)
 {
     EnAlmacen(9);
-    data::Recordset productos(HazFilas({"id_product", "reference", "id_image", "date_upd"},
-                                       {{71, "0101A", 1, Nulo()}, {71, "0101A", 2, Nulo()}}));
 
-    sync::EscribeSoloExistencias(p.fase, fila.Fila(), productos);
+    const QStringList sentencias = EscribeSolo(71, 71);
 
     const QString borra = "DELETE FROM ps_stock_available WHERE id_product='71' ||";
     const QString inserta =
         "INSERT INTO ps_stock_available (id_stock_available,id_product,id_product_attribute,id_shop,id_shop_group,quantity,depends_on_stock,out_of_stock) VALUES ('71000000','71',0,1,0,9,0,0) ||";
-    EXPECT_EQ(p.Sentencias(), (QStringList{borra, inserta, borra, inserta}));
+    EXPECT_EQ(sentencias, (QStringList{borra, inserta, borra, inserta}));
     EXPECT_EQ(p.Log(), QStringList{"Actualizando STOCK articulo 0101A / ALT7"});
+}
+
+TEST_F(Existencias, SoloStockEscribeCadaFilaConElIdDeSuProducto)
+{
+    EnAlmacen(9);
+
+    EXPECT_EQ(
+        EscribeSolo(71, 72),
+        (QStringList{
+            "DELETE FROM ps_stock_available WHERE id_product='71' ||",
+            "INSERT INTO ps_stock_available (id_stock_available,id_product,id_product_attribute,id_shop,id_shop_group,quantity,depends_on_stock,out_of_stock) VALUES ('71000000','71',0,1,0,9,0,0) ||",
+            "DELETE FROM ps_stock_available WHERE id_product='72' ||",
+            "INSERT INTO ps_stock_available (id_stock_available,id_product,id_product_attribute,id_shop,id_shop_group,quantity,depends_on_stock,out_of_stock) VALUES ('72000000','72',0,1,0,9,0,0) ||"}));
+}
+
+TEST_F(Existencias, SoloStockRepiteTambienLasConfiguracionesDetrasDeSuArticulo)
+{
+    EnAlmacen(9);
+    Lotes({{"0101A", "", "345", 4}, {"0101A", "", "346", 5}});
+
+    const QString inserta =
+        "INSERT INTO ps_stock_available (id_stock_available,id_product,id_product_attribute,id_shop,id_shop_group,quantity,depends_on_stock,out_of_stock) VALUES ";
+    const QString combinacion =
+        " (SELECT ps_product_attribute.id_product_attribute FROM ps_product_attribute inner join ps_product on ps_product_attribute.id_product=ps_product.id_product  WHERE ps_product.reference='0101A'),1,0,";
+    EXPECT_EQ(EscribeSolo(71, 72),
+              (QStringList{"DELETE FROM ps_stock_available WHERE id_product='71' ||",
+                           inserta + "('71000000','71',0,1,0,9,0,0) ||",
+                           inserta + "('71345','71'," + combinacion + "4,0,0) ||",
+                           inserta + "('71346','71'," + combinacion + "5,0,0) ||",
+                           "DELETE FROM ps_stock_available WHERE id_product='72' ||",
+                           inserta + "('72000000','72',0,1,0,9,0,0) ||",
+                           inserta + "('72345','72'," + combinacion + "4,0,0) ||",
+                           inserta + "('72346','72'," + combinacion + "5,0,0) ||"}));
+}
+
+// Nothing parts the two numbers; that two products may share an id is accepted.
+TEST_F(Existencias, ElProductoYLaConfiguracionSeJuntanSinSeparadorYPuedenCoincidir)
+{
+    EnAlmacen(9);
+    Lotes({{"0101A", "", "345", 4}});
+    Escribe("12");
+    EnAlmacen(9);
+    Lotes({{"0101A", "", "45", 5}});
+
+    const QStringList sentencias = Escribe("123");
+
+    ASSERT_EQ(sentencias.size(), 6);
+    EXPECT_TRUE(sentencias[2].contains(" VALUES ('12345','12', (SELECT "));
+    EXPECT_TRUE(sentencias[5].contains(" VALUES ('12345','123', (SELECT "));
 }
 
 } // namespace
