@@ -7,6 +7,7 @@ using namespace tolmo;
 
 namespace {
 
+/// In the shop's dialect, which holds when a run begins with the load.
 struct CargaConfigurador : testing::Test {
     ProveedorDePrueba local{};
     ProgramaDePrueba p{local.Fabrica()};
@@ -14,7 +15,7 @@ struct CargaConfigurador : testing::Test {
     QStringList Carga()
     {
         local.PermiteOrdenes();
-        p.programa.DialectoActivo = data::Dialecto::Access;
+        p.programa.DialectoActivo = data::Dialecto::MySql;
         p.programa.ConexionLocal.Conecta("local");
         configurator::CargaDatosConfigurador(p.programa);
         return local.todas;

@@ -95,6 +95,21 @@ TEST_F(Fotos, QuinceJustasDanUnaSolaLista)
     EXPECT_EQ(p.red.Contenidos("imgart.txt").size(), 1U);
 }
 
+TEST_F(Fotos, SiLaUltimaCierraUnGrupoNoVaOtraLista)
+{
+    Articulos(30);
+
+    sync::SubeFotosArticulos(p.fase);
+
+    const auto listas = p.red.Contenidos("imgart.txt");
+    ASSERT_EQ(listas.size(), 2U);
+    EXPECT_EQ(listas[0].size(), 15);
+    ASSERT_EQ(listas[1].size(), 15);
+    EXPECT_TRUE(listas[1][0].endsWith("img/p/116.jpg;"));
+    EXPECT_TRUE(listas[1][14].endsWith("img/p/130.jpg;"));
+    EXPECT_EQ(p.red.pasos.filter("dimensiona.php").size(), 2);
+}
+
 TEST_F(Fotos, UnaListaVaciaSoloAbreLaSesion)
 {
     sync::SubeFotosArticulos(p.fase);
