@@ -131,6 +131,11 @@ bool ExisteFichero(const QString& ruta)
     return QFileInfo(RutaLocal(ruta)).isFile();
 }
 
+QString NombreEnDisco(const QString& ruta)
+{
+    return ExisteFichero(ruta) ? QFileInfo(RutaLocal(ruta)).fileName() : QString();
+}
+
 QString NombreFichero(const QString& ruta)
 {
     const qsizetype barra = std::max(ruta.lastIndexOf(u'\\'), ruta.lastIndexOf(u'/'));

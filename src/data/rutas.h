@@ -15,6 +15,9 @@ QString RutaLocal(const QString& ruta);
 /// True when the path leads to a file (a folder is none).
 bool ExisteFichero(const QString& ruta);
 
+/// The name of a file as its folder holds it, or nothing when it isn't there.
+QString NombreEnDisco(const QString& ruta);
+
 /// The part of a path behind the last "\" or "/".
 QString NombreFichero(const QString& ruta);
 

@@ -2,7 +2,6 @@
 #include "data/rutas.h"
 #include "site/DescargaFicheroWeb.h"
 #include "site/sitio.h"
-#include <QFileInfo>
 
 namespace tolmo::site {
 namespace {
@@ -11,18 +10,13 @@ const QString SaltoSangrado = QStringLiteral("\r\n        ");
 const QString NombreCredenciales = QStringLiteral("bdtolmo.ccc");
 const QString NombreSentencias = QStringLiteral("sentencias.sql");
 
-/// The name of a file as its folder holds it, or nothing when it isn't there.
-QString NombreSiExiste(const QString& ruta)
-{
-    return data::ExisteFichero(ruta) ? QFileInfo(data::RutaLocal(ruta)).fileName() : QString();
-}
-
 } // namespace
 
 void Sitio::EjecutaPHP(const QString& FicheroSentencias, const QString& Proceso)
 {
     const QString& carpeta = programa_.parametros.Carpeta_tienda;
-    registro_.RegistraLog(QStringLiteral("SUBIENDO FICHERO ") + NombreSiExiste(FicheroSentencias));
+    registro_.RegistraLog(QStringLiteral("SUBIENDO FICHERO ") +
+                          data::NombreEnDisco(FicheroSentencias));
     const QString credenciales =
         programa_.RutaActual(QStringLiteral("\\PHPSHOP\\") + NombreCredenciales);
     EscribeCredenciales(credenciales);

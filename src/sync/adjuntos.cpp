@@ -58,7 +58,7 @@ QString IdDeAdjunto(Corrida& corrida, const QString& ruta, long long& madjunto)
 
 void InsertaAdjunto(Corrida& corrida, const AdjuntoPendiente& adjunto, const QString& adj)
 {
-    const QString nombre = data::NombreFichero(adjunto.ruta);
+    const QString nombre = data::NombreEnDisco(adjunto.ruta);
     corrida.lote.EscribeSentencia(SqlInsertaAdjunto({{"adj", adj},
                                                      {"nombre", nombre},
                                                      {"tamano", Tamano(adjunto.ruta)},
@@ -72,9 +72,9 @@ void InsertaAdjunto(Corrida& corrida, const AdjuntoPendiente& adjunto, const QSt
 
 void SubeAdjunto(Corrida& corrida, const QString& ruta)
 {
-    if (!data::ExisteFichero(ruta))
+    const QString nombre = data::NombreEnDisco(ruta);
+    if (nombre.isEmpty())
         return;
-    const QString nombre = data::NombreFichero(ruta);
     const QString carpeta = QStringLiteral("download/");
     corrida.RegistraLog(QStringLiteral("Subiendo adjunto ") + ruta);
     corrida.sitio.BorrarFicheroWeb(carpeta + nombre);

@@ -132,6 +132,15 @@ TEST_F(Rutas, UnaCarpetaNoEsUnFichero)
     EXPECT_FALSE(data::ExisteFichero(""));
 }
 
+TEST_F(Rutas, ElNombreEnDiscoEsElDeSuCarpetaYNadaSiNoEsta)
+{
+    Crea("fotos/Ficha.pdf");
+
+    EXPECT_EQ(data::NombreEnDisco(raiz + "\\FOTOS\\FICHA.PDF"), "Ficha.pdf");
+    EXPECT_EQ(data::NombreEnDisco(raiz + "/fotos/otra.pdf"), "");
+    EXPECT_EQ(data::NombreEnDisco(raiz + "/fotos"), "") << "a folder is no file";
+}
+
 TEST(NombreFichero, EsLoQueQuedaTrasLaUltimaBarra)
 {
     EXPECT_EQ(data::NombreFichero("C:\\fotos\\a.jpg"), "a.jpg");

@@ -98,6 +98,27 @@ TEST_F(Adjuntos, UnDocumentoNuevoTomaElNumeroSiguiente)
             "INSERT INTO ps_product_attachment (id_attachment,id_product) VALUES (41,71)||"}));
 }
 
+TEST_F(Adjuntos, ElNombreEsElQueTieneElFicheroEnSuCarpetaYLaRutaLaEscrita)
+{
+    Documento("ficha.pdf", "12345");
+    const QString ruta = p.prueba.carpeta.Ruta("FICHA.PDF");
+    Pendiente("71", ruta, "x");
+    Mayor(40);
+    EnTienda(ruta, SinFilas);
+
+    const QStringList lote = Lote();
+
+    EXPECT_EQ(
+        lote.mid(0, 2),
+        (QStringList{
+            "INSERT INTO ps_attachment (id_attachment,file,file_name,file_size,mime)  VALUES (41,'ficha.pdf','ficha.pdf',5,'" +
+                ruta + "')||",
+            "INSERT INTO ps_attachment_lang (id_attachment,id_lang,name,description)  VALUES (41,3,'ficha.pdf','x')||"}));
+    EXPECT_EQ(p.red.pasos.mid(0, 3), (QStringList{"ABRE", "BORRA download/ficha.pdf",
+                                                  "SUBE ficha.pdf a /tienda/download/"}));
+    EXPECT_EQ(p.Log().value(1), "Subiendo adjunto " + ruta);
+}
+
 TEST_F(Adjuntos, ElQueYaEstabaConservaSuNumeroYSeEscribeDeNuevo)
 {
     const QString ruta = Documento("ficha.pdf", "12345");
