@@ -2,6 +2,7 @@
 #include "data/errores.h"
 #include "data/ui/avisos.h"
 #include "data/ui/sistema.h"
+#include "feed/solostocks.h"
 #include "run/FrmPrincipal.h"
 #include "run/pantalla.h"
 #include "sync/sincronizador.h"
@@ -34,10 +35,22 @@ class MotorDeTienda : public sync::Motor {
     sync::Sincronizador sincronizador_;
 };
 
-/// A window that stays. Where nobody can see it, the process must not wait for ever.
-int EsperaAlOperador(FrmPrincipal& principal, bool hayPantalla)
+FrmPrincipal::Fabricas FabricasDe(data::Programa& programa)
 {
-    if (!hayPantalla) {
+    FrmPrincipal::Fabricas fabricas;
+    fabricas.motor = [&programa](data::Progreso& progreso) {
+        return std::make_unique<MotorDeTienda>(programa, progreso);
+    };
+    fabricas.generador = [&programa](data::Progreso& progreso) {
+        return std::make_unique<feed::Solostocks>(programa, progreso, site::Esperas{});
+    };
+    return fabricas;
+}
+
+/// A window that stays. Where nobody can see it, the process must not wait for ever.
+int EsperaAlOperador(FrmPrincipal& principal, const run::Entorno& entorno)
+{
+    if (!entorno.hayPantalla) {
         data::ui::EscribeEnError(QStringLiteral(
             "No se ha hecho ningún proceso y no hay pantalla en la que mostrar el programa: se cierra."));
         principal.close();
@@ -48,12 +61,15 @@ int EsperaAlOperador(FrmPrincipal& principal, bool hayPantalla)
     return QApplication::exec();
 }
 
-int Arranca(FrmPrincipal& principal, bool hayPantalla)
+int Arranca(FrmPrincipal& principal, const run::Entorno& entorno)
 {
     switch (principal.Carga()) {
     case run::Desenlace::Hecho:
         principal.close();
-        return principal.TrabajoPendiente() ? SalidaConError : SalidaCorrecta;
+        return SalidaCorrecta;
+    case run::Desenlace::Inacabado:
+        principal.close();
+        return SalidaConError;
     case run::Desenlace::Cancelado:
         return SalidaCorrecta;
     case run::Desenlace::Fallo:
@@ -62,21 +78,16 @@ int Arranca(FrmPrincipal& principal, bool hayPantalla)
     case run::Desenlace::Abierta:
         break;
     }
-    return EsperaAlOperador(principal, hayPantalla);
+    return EsperaAlOperador(principal, entorno);
 }
 
-int Ejecuta(const run::Entorno& entorno, data::Avisos& avisos, bool hayPantalla)
+int Ejecuta(const run::Entorno& entorno, data::Avisos& avisos)
 {
     data::ui::RelojSistema reloj;
     data::Programa programa(avisos, reloj, data::CreaProveedor, QDir::currentPath());
-    FrmPrincipal principal(
-        programa, entorno,
-        [&programa](data::Progreso& progreso) {
-            return std::make_unique<MotorDeTienda>(programa, progreso);
-        },
-        data::ui::EscribeEnSalida);
+    FrmPrincipal principal(programa, entorno, FabricasDe(programa), data::ui::EscribeEnSalida);
     try {
-        return Arranca(principal, hayPantalla);
+        return Arranca(principal, entorno);
     } catch (const data::FinDePrograma&) {
         return SalidaConError;
     }
@@ -88,13 +99,12 @@ int main(int argc, char** argv)
 {
     run::AseguraUtf8();
     const run::Entorno entorno = run::LeeEntorno(argc, argv);
-    const bool hayPantalla = run::HayPantalla();
-    if (!hayPantalla && entorno.lineaOrdenes.isEmpty()) {
+    if (!entorno.hayPantalla && entorno.lineaOrdenes.isEmpty()) {
         data::ui::EscribeEnError(QStringLiteral(
             "El programa no tiene pantalla en la que mostrarse. Para una tarea programada, indique el proceso y la empresa: kovtolmo /PRESTASHOP:000001"));
         return SalidaConError;
     }
-    if (!hayPantalla)
+    if (!entorno.hayPantalla)
         run::TrabajaSinPantalla();
 
     // The toolkit sees no argument: all of them are this program's.
@@ -105,6 +115,7 @@ int main(int argc, char** argv)
 
     data::ui::AvisosVentana avisosVentana;
     data::ui::AvisosConsola avisosConsola;
-    data::Avisos& avisos = hayPantalla ? static_cast<data::Avisos&>(avisosVentana) : avisosConsola;
-    return Ejecuta(entorno, avisos, hayPantalla);
+    data::Avisos& avisos =
+        entorno.hayPantalla ? static_cast<data::Avisos&>(avisosVentana) : avisosConsola;
+    return Ejecuta(entorno, avisos);
 }

@@ -25,9 +25,9 @@ const QString InformacionProgramacion = QStringList{
 
 } // namespace
 
-FrmPrincipal::FrmPrincipal(data::Programa& programa, const run::Entorno& entorno,
-                           sync::FabricaMotor fabrica, FrmSincronizar::Eco eco)
-    : programa_(programa), entorno_(entorno), fabrica_(std::move(fabrica)), eco_(std::move(eco)),
+FrmPrincipal::FrmPrincipal(data::Programa& programa, const run::Entorno& entorno, Fabricas fabricas,
+                           FrmSincronizar::Eco eco)
+    : programa_(programa), entorno_(entorno), fabricas_(std::move(fabricas)), eco_(std::move(eco)),
       ui_(std::make_unique<Ui::FrmPrincipal>()), arranque_(programa, entorno, *this)
 {
     ui_->setupUi(this);
@@ -43,8 +43,7 @@ void FrmPrincipal::ConectaBotones()
     connect(ui_->CmdParametros, &QPushButton::clicked, this, [this] {
         AbreConfiguracion(programa_.CodigoEmpresa(), programa_.DescripcionEmpresa());
     });
-    connect(ui_->CmdSoloStock, &QPushButton::clicked, this,
-            [this] { EnProximaVersion(ui_->CmdSoloStock->text()); });
+    connect(ui_->CmdSoloStock, &QPushButton::clicked, this, &FrmPrincipal::GeneraSolostocks);
     connect(ui_->CmdAtributosValores, &QPushButton::clicked, this,
             [this] { EnProximaVersion(ui_->CmdAtributosValores->text()); });
     connect(ui_->CmdInfoProgramacion, &QPushButton::clicked, this,
@@ -90,6 +89,12 @@ void FrmPrincipal::Sincroniza()
         close();
     else
         VuelveAlFrente();
+}
+
+void FrmPrincipal::GeneraSolostocks()
+{
+    EnFrontera(programa_.avisos, [this] { MuestraSolostocks({}); });
+    VuelveAlFrente();
 }
 
 /// Not every desktop activates the window below a dialog that goes away, and one may have done it
@@ -149,13 +154,14 @@ void FrmPrincipal::AbreConfiguracion(const QString&, const QString&)
 
 void FrmPrincipal::MuestraSincronizar(const QString& tag)
 {
-    FrmSincronizar ventana(programa_.avisos, fabrica_, isVisible() ? this : nullptr,
+    FrmSincronizar ventana(programa_.avisos, fabricas_.motor, isVisible() ? this : nullptr,
                            tag.isEmpty() ? FrmSincronizar::Eco{} : eco_);
     ventana.Muestra(tag);
 }
 
-void FrmPrincipal::MuestraSolostocks(const QString&)
+bool FrmPrincipal::MuestraSolostocks(const QString& tag)
 {
-    trabajoPendiente_ = true;
-    EnProximaVersion(ui_->CmdSoloStock->text());
+    FrmGenerarXMLsolostock ventana(programa_.avisos, fabricas_.generador,
+                                   isVisible() ? this : nullptr, entorno_.hayPantalla);
+    return ventana.Muestra(tag);
 }

@@ -1,4 +1,5 @@
 #pragma once
+#include "feed/FrmGenerarXMLsolostock.h"
 #include "run/arranque.h"
 #include "sync/FrmSincronizar.h"
 #include <QMainWindow>
@@ -13,17 +14,20 @@ class FrmPrincipal : public QMainWindow, private tolmo::run::VentanasDeArranque 
     Q_OBJECT
 
   public:
+    /// What makes the engines of the windows that it opens.
+    struct Fabricas {
+        tolmo::sync::FabricaMotor motor{};
+        tolmo::feed::FabricaGenerador generador{};
+    };
+
     /// `eco` gets the status lines of a run that the command line asked for.
     FrmPrincipal(tolmo::data::Programa& programa, const tolmo::run::Entorno& entorno,
-                 tolmo::sync::FabricaMotor fabrica, FrmSincronizar::Eco eco = {});
+                 Fabricas fabricas, FrmSincronizar::Eco eco = {});
     ~FrmPrincipal() override;
 
     /// The load, with the whole job of a command line. The window isn't shown by it.
     /// \throws data::FinDePrograma when a statement failed and its own boxes were shown
     tolmo::run::Desenlace Carga();
-
-    /// True when the command line asked for something that this version can't do.
-    bool TrabajoPendiente() const { return trabajoPendiente_; }
 
   signals:
     /// The window has unloaded.
@@ -37,6 +41,7 @@ class FrmPrincipal : public QMainWindow, private tolmo::run::VentanasDeArranque 
     void ConectaBotones();
     void Activa();
     void Sincroniza();
+    void GeneraSolostocks();
     void VuelveAlFrente();
     void MuestraInformacion();
     void EnProximaVersion(const QString& que);
@@ -47,14 +52,13 @@ class FrmPrincipal : public QMainWindow, private tolmo::run::VentanasDeArranque 
     void HabilitaCmdAtributosValores(bool habilitado) override;
     void AbreConfiguracion(const QString& empresa, const QString& descripcion) override;
     void MuestraSincronizar(const QString& tag) override;
-    void MuestraSolostocks(const QString& tag) override;
+    bool MuestraSolostocks(const QString& tag) override;
 
     tolmo::data::Programa& programa_;
     tolmo::run::Entorno entorno_;
-    tolmo::sync::FabricaMotor fabrica_;
+    Fabricas fabricas_;
     FrmSincronizar::Eco eco_;
     std::unique_ptr<Ui::FrmPrincipal> ui_;
     tolmo::run::Arranque arranque_;
     bool activacionPendiente_ = false;
-    bool trabajoPendiente_ = false;
 };

@@ -3,6 +3,7 @@
 #include "data/consultas.h"
 #include "data/plantilla.h"
 #include "data/rutas.h"
+#include "feed/configuracion.h"
 #include "run/empresas.h"
 #include "run/regional.h"
 #include "run/sufijo.h"
@@ -16,7 +17,6 @@ namespace {
 const QString BdLocal = QStringLiteral("BDLOCAL");
 
 // clang-format off
-constexpr Plantilla FicheroSolostocks(u"\\PHPSHOP\\{CodigoEmpresa}solostocks_config.txt");
 constexpr Plantilla SqlCreaTemporal(u"CREATE TABLE WKOVTOLMO_ARTIC{SufijoTemporal} (CODART nvarchar(20))");
 constexpr Plantilla SqlBorraTemporal(u"DROP TABLE WKOVTOLMO_ARTIC{SufijoTemporal}");
 
@@ -55,8 +55,7 @@ Desenlace Arranque::CargaSinRed()
     }
     const bool elegida = EligeEmpresa();
     programa_.ConexionLocal.Desconecta();
-    ventanas_.MuestraCmdSoloStock(ExisteFichero(
-        programa_.RutaActual(FicheroSolostocks({{"CodigoEmpresa", programa_.CodigoEmpresa()}}))));
+    ventanas_.MuestraCmdSoloStock(ExisteFichero(feed::RutaConfiguracion(programa_)));
     if (!elegida)
         return Desenlace::Cancelado;
     AbreBdEmpresa();
@@ -136,10 +135,9 @@ Desenlace Arranque::HazTrabajo()
     const auto modo = ModoDeLinea(entorno_.lineaOrdenes);
     if (!modo)
         return Desenlace::Abierta;
-    if (modo->ventana == VentanaDeModo::Sincronizar)
-        ventanas_.MuestraSincronizar(modo->tag);
-    else
-        ventanas_.MuestraSolostocks(modo->tag);
+    if (modo->ventana == VentanaDeModo::Solostocks)
+        return ventanas_.MuestraSolostocks(modo->tag) ? Desenlace::Hecho : Desenlace::Inacabado;
+    ventanas_.MuestraSincronizar(modo->tag);
     return Desenlace::Hecho;
 }
 

@@ -10,6 +10,7 @@ enum class Desenlace {
     Abierta,    ///< the main window stays, open on a company
     SinEmpresa, ///< the main window stays, without a company
     Hecho,      ///< the job of the command line is over: the main window unloads
+    Inacabado,  ///< that job stayed undone, as was shown: the main window unloads
     Cancelado,  ///< the operator left a dialog: the process ends
     Fallo,      ///< an error was shown: the process ends, and no window unloads
 };

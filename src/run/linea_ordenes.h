@@ -10,6 +10,7 @@ struct Entorno {
     QString lineaOrdenes{}; ///< the arguments joined by one blank; empty for a person at the screen
     QString PATH_CONNECT{}; ///< folder of the databases; empty: the current folder
     QString PATH_KOVSERVER{}; ///< data source of the SQL Server; empty: "SERVIDOR"
+    bool hayPantalla = true;  ///< false where nobody can see a window
 };
 
 enum class VentanaDeModo { Sincronizar, Solostocks };

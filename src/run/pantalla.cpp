@@ -28,7 +28,8 @@ Entorno LeeEntorno(int argc, const char* const* argv)
         argumentos << QString::fromLocal8Bit(argv[i]);
     return {.lineaOrdenes = argumentos.join(u' '),
             .PATH_CONNECT = qEnvironmentVariable("PATH_CONNECT"),
-            .PATH_KOVSERVER = qEnvironmentVariable("PATH_KOVSERVER")};
+            .PATH_KOVSERVER = qEnvironmentVariable("PATH_KOVSERVER"),
+            .hayPantalla = HayPantalla()};
 }
 
 bool HayPantalla()

@@ -37,8 +37,9 @@ class VentanasDeArranque {
     virtual void AbreConfiguracion(const QString& empresa, const QString& descripcion) = 0;
     /// FrmSincronizar with this Tag.
     virtual void MuestraSincronizar(const QString& tag) = 0;
-    /// FrmGenerarXMLsolostock with this Tag.
-    virtual void MuestraSolostocks(const QString& tag) = 0;
+    /// FrmGenerarXMLsolostock with this Tag. \returns false when its job stayed undone and nobody
+    /// can try again
+    virtual bool MuestraSolostocks(const QString& tag) = 0;
 };
 
 } // namespace tolmo::run

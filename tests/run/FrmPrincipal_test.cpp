@@ -1,6 +1,7 @@
 #include "apoyo/dobles.h"
 #include "data/errores.h"
 #include "dialogo.h"
+#include "feed/generador_de_prueba.h"
 #include "gestion_de_prueba.h"
 #include "run/FrmPrincipal.h"
 #include "sync/motor_de_prueba.h"
@@ -40,11 +41,22 @@ class FrmPrincipalTest : public testing::Test {
     /// Loads the main window; a person takes the company that is offered.
     Desenlace Carga(const QString& linea = {})
     {
-        ventana.emplace(programa, run::Entorno{.lineaOrdenes = linea, .PATH_CONNECT = "/bases"},
-                        corridas.Fabrica(), [this](const QString& l) { eco << l; });
+        entorno.lineaOrdenes = linea;
+        ventana.emplace(programa, entorno, Fabricas(), [this](const QString& l) { eco << l; });
         if (linea.isEmpty())
             EnElDialogo([](QWidget& d) { d.findChild<QPushButton*>("CmdAceptar")->click(); });
         return ventana->Carga();
+    }
+    FrmPrincipal::Fabricas Fabricas()
+    {
+        return {.motor = corridas.Fabrica(), .generador = generaciones.Fabrica()};
+    }
+    /// The company's configuration of the feed, which makes its button show.
+    void PonConfiguracionDelFeed()
+    {
+        ASSERT_TRUE(QDir(carpeta.path()).mkdir("PHPSHOP"));
+        QFile fichero(carpeta.filePath("PHPSHOP/000001solostocks_config.txt"));
+        ASSERT_TRUE(fichero.open(QIODevice::WriteOnly));
     }
     /// The idle main window of a person at the screen.
     void Abre(const QString& linea = {})
@@ -68,9 +80,11 @@ class FrmPrincipalTest : public testing::Test {
 
     GestionDePrueba gestion;
     CorridasDePrueba corridas;
+    GeneracionesDePrueba generaciones;
     AvisosDePrueba avisos;
     RelojDePrueba reloj;
     QStringList eco;
+    run::Entorno entorno{.PATH_CONNECT = "/bases"};
     QTemporaryDir carpeta;
     data::Programa programa{avisos, reloj, gestion.Fabrica(), carpeta.path()};
     std::optional<FrmPrincipal> ventana;
@@ -112,20 +126,16 @@ TEST_F(FrmPrincipalTest, LaInformacionParaProgramarTieneSusSeisLineas)
 
 TEST_F(FrmPrincipalTest, LasVentanasQueFaltanLoDicenYNadaMas)
 {
-    ASSERT_TRUE(QDir(carpeta.path()).mkdir("PHPSHOP"));
-    QFile fichero(carpeta.filePath("PHPSHOP/000001solostocks_config.txt"));
-    ASSERT_TRUE(fichero.open(QIODevice::WriteOnly));
     Abre();
     const QStringList antes = gestion.diario;
 
-    for (const char* boton : {"CmdParametros", "CmdSoloStock", "CmdAtributosValores"})
+    for (const char* boton : {"CmdParametros", "CmdAtributosValores"})
         Pulsa(boton);
 
     // clang-format off
     EXPECT_EQ(avisos.cajas,
               (std::vector<AvisosDePrueba::Caja>{
                   {"\"Configuración\" todavía no está disponible en esta versión.", 64, ""},
-                  {"\"Generar XML Solostock.com\" todavía no está disponible en esta versión.", 64, ""},
                   {"\"Configurar atributos y combinaciones\" todavía no está disponible en esta versión.", 64, ""}}));
     // clang-format on
     EXPECT_EQ(gestion.diario, antes);
@@ -134,13 +144,16 @@ TEST_F(FrmPrincipalTest, LasVentanasQueFaltanLoDicenYNadaMas)
 TEST_F(FrmPrincipalTest, ElBotonDeSolostocksSoloSeVeConSuFichero)
 {
     Abre();
-
     EXPECT_FALSE(Boton("CmdSoloStock")->isVisible());
+
+    PonConfiguracionDelFeed();
+    Abre();
+    EXPECT_TRUE(Boton("CmdSoloStock")->isVisible());
 }
 
 TEST_F(FrmPrincipalTest, LaCajaDeConfiguracionAbreAntesLosParametros)
 {
-    ventana.emplace(programa, run::Entorno{.PATH_CONNECT = "/bases"}, corridas.Fabrica());
+    ventana.emplace(programa, run::Entorno{.PATH_CONNECT = "/bases"}, Fabricas());
     EnElDialogo([](QWidget& d) {
         d.findChild<QComboBox*>("CmbEmpresa")->setCurrentIndex(0);
         d.findChild<QCheckBox*>("ChkConfiguracion")->setChecked(true);
@@ -156,7 +169,7 @@ TEST_F(FrmPrincipalTest, LaCajaDeConfiguracionAbreAntesLosParametros)
 
 TEST_F(FrmPrincipalTest, CancelarLaEmpresaTerminaElPrograma)
 {
-    ventana.emplace(programa, run::Entorno{.PATH_CONNECT = "/bases"}, corridas.Fabrica());
+    ventana.emplace(programa, run::Entorno{.PATH_CONNECT = "/bases"}, Fabricas());
     EnElDialogo([](QWidget& d) { d.findChild<QPushButton*>("cmdCancelar")->click(); });
 
     EXPECT_EQ(ventana->Carga(), Desenlace::Cancelado);
@@ -165,7 +178,7 @@ TEST_F(FrmPrincipalTest, CancelarLaEmpresaTerminaElPrograma)
 TEST_F(FrmPrincipalTest, ElDialogoDeSqlServerDaElServidor)
 {
     programa.TipoBaseDatos = data::Dialecto::SqlServer;
-    ventana.emplace(programa, run::Entorno{.PATH_KOVSERVER = "OFICINA"}, corridas.Fabrica());
+    ventana.emplace(programa, run::Entorno{.PATH_KOVSERVER = "OFICINA"}, Fabricas());
     EnElDialogo([](QWidget& sql) {
         EXPECT_EQ(sql.objectName(), "FrmConexionSqlServer");
         EnElDialogo([](QWidget& d) { d.findChild<QPushButton*>("CmdAceptar")->click(); });
@@ -234,7 +247,7 @@ TEST_F(FrmPrincipalTest, EnPlenoProcesoLaVentanaPrincipalNoTocaElDialecto)
 TEST_F(FrmPrincipalTest, SinEmpresasSeQuedaAbiertaYNoBorraNadaAlSalir)
 {
     gestion.consultas["select * from m_empresa"] = {};
-    ventana.emplace(programa, run::Entorno{.PATH_CONNECT = "/bases"}, corridas.Fabrica());
+    ventana.emplace(programa, run::Entorno{.PATH_CONNECT = "/bases"}, Fabricas());
     ASSERT_EQ(ventana->Carga(), Desenlace::SinEmpresa);
     const QStringList antes = gestion.diario;
 
@@ -313,7 +326,6 @@ TEST_F(FrmPrincipalTest, UnaTareaProgramadaHaceSuProcesoSinMostrarLaVentanaPrinc
     EXPECT_EQ(EnPalabras(corridas.opciones[0]), "T [][] FotosArt Adjuntos con eliminaT indices");
     EXPECT_FALSE(principalVisible);
     EXPECT_EQ(eco, QStringList{"[15/03/2024 9:05:07] INICIO"});
-    EXPECT_FALSE(ventana->TrabajoPendiente());
 }
 
 TEST_F(FrmPrincipalTest, UnaVentanaQueNuncaSeVioTambienBorraSuTabla)
@@ -349,23 +361,108 @@ TEST_F(FrmPrincipalTest, ElErrorDeUnaTareaProgramadaDaLaCajaDelArranque)
 
 TEST_F(FrmPrincipalTest, SinTiendaUnaTareaProgramadaDaLaCajaDelArranque)
 {
-    ventana.emplace(programa,
-                    run::Entorno{.lineaOrdenes = "/STOCK:000001", .PATH_CONNECT = "/bases"},
-                    [](data::Progreso&) -> std::unique_ptr<sync::Motor> {
-                        throw data::ErrorSql(data::numero_error::Conexion, "sin tienda", "ODBC");
-                    });
+    ventana.emplace(
+        programa, run::Entorno{.lineaOrdenes = "/STOCK:000001", .PATH_CONNECT = "/bases"},
+        FrmPrincipal::Fabricas{.motor = [](data::Progreso&) -> std::unique_ptr<sync::Motor> {
+            throw data::ErrorSql(data::numero_error::Conexion, "sin tienda", "ODBC");
+        }});
 
     EXPECT_EQ(ventana->Carga(), Desenlace::Fallo);
 
     EXPECT_EQ(avisos.cajas, std::vector{CajaDeFallo});
 }
 
-TEST_F(FrmPrincipalTest, ElConmutadorDelFicheroQueFaltaLoDiceYQuedaPendiente)
+// The feed.
+
+TEST_F(FrmPrincipalTest, ElBotonDeSolostocksMuestraSuVentanaSinTag)
 {
+    PonConfiguracionDelFeed();
+    Abre();
+    EnElDialogo([](QWidget& d) {
+        EXPECT_EQ(d.objectName(), "FrmGenerarXMLsolostock");
+        QTest::qWait(300);
+        d.findChild<QPushButton*>("CmdNo")->click();
+    });
+
+    Pulsa("CmdSoloStock");
+
+    EXPECT_EQ(generaciones.destinos, QStringList{});
+    EXPECT_EQ(generaciones.vivos, 0);
+    EXPECT_TRUE(ventana->isVisible());
+}
+
+TEST_F(FrmPrincipalTest, ALaVueltaDeSolostocksSeReponeElDialectoYSeRecarganLosParametros)
+{
+    PonConfiguracionDelFeed();
+    Abre();
+    generaciones.enMedio = [&](data::Progreso&) {
+        programa.DialectoActivo = data::Dialecto::MySql;
+        EsperaParametros(gestion, {FilaDeParametros(false, "cambiado.prueba")});
+    };
+    EnElDialogo([](QWidget& d) { d.findChild<QPushButton*>("CmdSi")->click(); });
+
+    Pulsa("CmdSoloStock");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&*ventana));
+
+    EXPECT_EQ(generaciones.destinos.size(), 1);
+    EXPECT_EQ(programa.parametros.Server_Bd, "cambiado.prueba");
+    EXPECT_EQ(programa.DialectoActivo, data::Dialecto::Access);
+}
+
+TEST_F(FrmPrincipalTest, ConLineaDeOrdenesElBotonDeSolostocksNoCierraLaVentana)
+{
+    PonConfiguracionDelFeed();
+    Abre("SIN MODO 000001");
+    EnElDialogo([](QWidget& d) { d.close(); });
+
+    Pulsa("CmdSoloStock");
+
+    EXPECT_TRUE(ventana->isVisible());
+}
+
+TEST_F(FrmPrincipalTest, ElConmutadorDeSolostocksGeneraSinMostrarLaVentanaPrincipal)
+{
+    bool principalVisible = true;
+    generaciones.enMedio = [&](data::Progreso&) { principalVisible = ventana->isVisible(); };
+
+    EXPECT_EQ(Carga("/solostocks:000001"), Desenlace::Hecho);
+
+    EXPECT_EQ(generaciones.destinos.size(), 1);
+    EXPECT_FALSE(principalVisible);
+}
+
+TEST_F(FrmPrincipalTest, SinPantallaUnFeedQueNoAcabaNoSeQuedaEsperando)
+{
+    entorno.hayPantalla = false;
+    generaciones.resultados = {false};
+
+    EXPECT_EQ(Carga("/SOLOSTOCKS:000001"), Desenlace::Inacabado);
+}
+
+TEST_F(FrmPrincipalTest, ConPantallaUnFeedQueNoAcabaEsperaAlOperador)
+{
+    generaciones.resultados = {false, true};
+    QTimer::singleShot(500, qApp, [] {
+        QApplication::activeModalWidget()->findChild<QPushButton*>("CmdSi")->click();
+    });
+
     EXPECT_EQ(Carga("/SOLOSTOCKS:000001"), Desenlace::Hecho);
 
-    EXPECT_EQ(avisos.cajas.size(), 1U);
-    EXPECT_TRUE(ventana->TrabajoPendiente());
+    EXPECT_EQ(generaciones.destinos.size(), 2);
+}
+
+TEST_F(FrmPrincipalTest, UnFeedQueNoSePuedeCargarDaLaCajaDelArranque)
+{
+    entorno.lineaOrdenes = "/SOLOSTOCKS:000001";
+    ventana.emplace(programa, entorno,
+                    FrmPrincipal::Fabricas{
+                        .generador = [](data::Progreso&) -> std::unique_ptr<feed::Generador> {
+                            throw data::ErrorFichero("sin configuración");
+                        }});
+
+    EXPECT_EQ(ventana->Carga(), Desenlace::Fallo);
+
+    EXPECT_EQ(avisos.cajas, std::vector{CajaDeFallo});
 }
 
 // Errors of a person's session end the process.
@@ -387,10 +484,10 @@ void PulsaSincronizarSinTienda()
     data::Programa programa(avisos, reloj, gestion.Fabrica(), "/actual");
     programa.TipoBaseDatos = data::Dialecto::Access;
     FrmPrincipal ventana(programa, {.lineaOrdenes = "SIN MODO 000001", .PATH_CONNECT = "/bases"},
-                         [](data::Progreso&) -> std::unique_ptr<sync::Motor> {
+                         {.motor = [](data::Progreso&) -> std::unique_ptr<sync::Motor> {
                              throw data::ErrorSql(data::numero_error::Conexion, "sin tienda",
                                                   "ODBC");
-                         });
+                         }});
     ventana.Carga();
     ventana.findChild<QPushButton*>("CmdSincronizar")->click();
     std::fprintf(stderr, "sigue\n");
@@ -400,6 +497,29 @@ TEST(FrmPrincipalDeathTest, SinTiendaElBotonMuestraElErrorYTerminaElPrograma)
 {
     EXPECT_EXIT(PulsaSincronizarSinTienda(), testing::ExitedWithCode(1),
                 "caja 16: ERROR: sin tienda\n$");
+}
+
+void PulsaSolostocksSinConfiguracion()
+{
+    GestionDePrueba gestion;
+    EsperaArranque(gestion);
+    AvisosEnError avisos;
+    RelojDePrueba reloj;
+    data::Programa programa(avisos, reloj, gestion.Fabrica(), "/actual");
+    programa.TipoBaseDatos = data::Dialecto::Access;
+    FrmPrincipal ventana(programa, {.lineaOrdenes = "SIN MODO 000001", .PATH_CONNECT = "/bases"},
+                         {.generador = [](data::Progreso&) -> std::unique_ptr<feed::Generador> {
+                             throw data::ErrorFichero("sin configuración");
+                         }});
+    ventana.Carga();
+    ventana.findChild<QPushButton*>("CmdSoloStock")->click();
+    std::fprintf(stderr, "sigue\n");
+}
+
+TEST(FrmPrincipalDeathTest, UnFeedQueNoSePuedeCargarMuestraElErrorYTerminaElPrograma)
+{
+    EXPECT_EXIT(PulsaSolostocksSinConfiguracion(), testing::ExitedWithCode(1),
+                "caja 16: ERROR: sin configuración\n$");
 }
 
 void ActivaSinParametros()

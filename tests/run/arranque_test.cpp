@@ -34,6 +34,7 @@ struct VentanasDePrueba : run::VentanasDeArranque {
     std::optional<bool> soloStock{};
     std::optional<bool> atributos{};
     std::function<void()> trabajo = [] {};
+    bool solostocksHecho = true;
 
     std::optional<run::AccesoSql> PideServidorSql(const QString& servidor) override
     {
@@ -57,10 +58,11 @@ struct VentanasDePrueba : run::VentanasDeArranque {
         gestion.diario << "VENTANA Sincronizar " + tag;
         trabajo();
     }
-    void MuestraSolostocks(const QString& tag) override
+    bool MuestraSolostocks(const QString& tag) override
     {
         gestion.diario << "VENTANA Solostocks " + tag;
         trabajo();
+        return solostocksHecho;
     }
 };
 
@@ -295,6 +297,14 @@ TEST_F(ArranqueTest, ElFicheroDeOtraEmpresaNoMuestraElBotonPeroElConmutadorVale)
 
     EXPECT_EQ(ventanas.soloStock, false);
     EXPECT_EQ(gestion.De("VENTANA"), QStringList{"Solostocks AUTO"});
+}
+
+TEST_F(ArranqueTest, UnFeedQueNadiePuedeAcabarDejaElTrabajoInacabado)
+{
+    ventanas.solostocksHecho = false;
+
+    EXPECT_EQ(Carga("/SOLOSTOCKS:000001"), Desenlace::Inacabado);
+    EXPECT_TRUE(avisos.cajas.empty());
 }
 
 // The job of the command line.

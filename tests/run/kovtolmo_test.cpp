@@ -182,17 +182,16 @@ TEST_F(Kovtolmo, UnaSentenciaQueFallaSeEscribeYTermina)
                                            "CONSULTE CON SU PROVEEDOR\n"));
 }
 
-TEST_F(Kovtolmo, ElFicheroDeSolostocksTodaviaNoSeHaceYLoDice)
+TEST_F(Kovtolmo, SinTiendaElFeedDaLaMismaCaja)
 {
     CreaEmpresas();
     CreaEmpresa();
 
-    const Salida s = Llama({"/SOLOSTOCKS:000001"});
+    const Salida s = Llama({"/solostocks:000001"});
 
     EXPECT_EQ(s.estado, 1);
-    EXPECT_EQ(s.error,
-              "\"Generar XML Solostock.com\" todavía no está disponible en esta versión.\n");
-    EXPECT_EQ(TablasTemporales(), QStringList{});
+    EXPECT_EQ(s.error, CajaDeFallo);
+    EXPECT_EQ(TablasTemporales().size(), 1);
 }
 
 TEST_F(Kovtolmo, LasOpcionesDelEntornoGraficoSonTextoDeLaLinea)

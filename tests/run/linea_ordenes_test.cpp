@@ -104,6 +104,17 @@ TEST(LeeEntorno, TomaLasDosVariables)
     EXPECT_EQ(entorno.PATH_KOVSERVER, "OFICINA");
 }
 
+TEST(LeeEntorno, MiraSiHayPantalla)
+{
+    const char* argumentos[] = {"kovtolmo"};
+    {
+        const Variables puestas({{"DISPLAY", ":7"}, {"WAYLAND_DISPLAY", ""}});
+        EXPECT_TRUE(run::LeeEntorno(1, argumentos).hayPantalla);
+    }
+    const Variables puestas({{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}});
+    EXPECT_FALSE(run::LeeEntorno(1, argumentos).hayPantalla);
+}
+
 TEST(HayPantalla, BastaUnaDeLasDosVariables)
 {
     {
