@@ -105,6 +105,23 @@ TEST(EjecutaTurnos, NadaSeVeHastaElFinalDelLote)
     EXPECT_EQ(t.Textos(), (QStringList{"a", "b"}));
 }
 
+TEST(EjecutaTurnos, LasFilasQueElLoteSoloMiraSiguenLibres)
+{
+    TiendaConTabla t;
+    t.tienda.Ejecuta("INSERT INTO ps_prueba (id,texto) VALUES (1,'otro'),(2,'buscado')");
+    t.SubeCredenciales();
+    t.tienda.EscribeFichero("sentencias.sql", "INSERT INTO ps_prueba (texto) SELECT 'hallado' FROM "
+                                              "ps_prueba WHERE texto='buscado'||DO SLEEP(3)||");
+    auto peticion = PideAparte(t);
+    ASSERT_TRUE(t.EsperaADormir("DO SLEEP%"));
+
+    EXPECT_NO_THROW(t.tienda.Ejecuta("SET SESSION innodb_lock_wait_timeout=1; "
+                                     "UPDATE ps_prueba SET texto='visita' WHERE id=1"));
+
+    EXPECT_EQ(peticion.get(), "");
+    EXPECT_EQ(t.Textos(), (QStringList{"visita", "buscado", "hallado"}));
+}
+
 TEST(EjecutaTurnos, TrasUnInterbloqueoElLoteSeRepiteEnteroYUnaSolaVezVale)
 {
     TiendaConTabla t;
