@@ -107,8 +107,8 @@ function TrataFoto($subida, $sitio, $tamanos, $memoria)
 }
 
 /** Makes the sizes from the largest to the smallest, each from the smallest picture so far that has
- *  at least twice its sides: going through all of the first one for each takes most of the time, and
- *  from there on it makes no difference that is larger than what a JPEG of this quality loses. */
+ *  at least twice its sides: going through all of the first one for each takes most of the time. The
+ *  difference is about what a JPEG of this quality loses; with less than twice it would show. */
 function HaceTamanos($imagen, $ancho, $alto, $tamanos, $base)
 {
     $medidas = array();
