@@ -1,6 +1,7 @@
 #include "sync/precios.h"
 #include "sync/articulo.h"
 #include "sync/corrida.h"
+#include <cmath>
 
 namespace tolmo::sync {
 namespace {
@@ -35,9 +36,14 @@ QString SiguienteIdPrecio(Corrida& corrida)
     return QString::number(++corrida.contadores.mprecio);
 }
 
+QString ColumnaPvp(const data::Valor& tarifa)
+{
+    return QStringLiteral("PVP") + Texto(tarifa);
+}
+
 const data::Valor& Pvp(const Articulo& articulo, const data::Valor& tarifa)
 {
-    return articulo.fila[QStringLiteral("PVP") + Texto(tarifa)];
+    return articulo.fila[ColumnaPvp(tarifa)];
 }
 
 void EscribeTarifas(Corrida& corrida, const Articulo& articulo)
@@ -65,13 +71,27 @@ struct Oferta {
     QString hasta{};
 };
 
+bool EsMoneda(const data::Recordset& fila, const QString& columna)
+{
+    constexpr int TipoMoneda = 6;
+    return fila.Campos()[static_cast<std::size_t>(fila.Indice(columna))].tipo == TipoMoneda;
+}
+
 /// What the tariff's price loses to become the net one. A Null of either takes the place of the
 /// whole difference: nothing stands between the commas, and the server refuses the sentence.
-QString Rebaja(const data::Valor& pvp, const data::Valor& precio)
+QString Rebaja(const Articulo& articulo, const data::Recordset& oferta)
 {
+    const data::Valor& tarifa = oferta["tarifaoprov"];
+    const data::Valor& pvp = Pvp(articulo, tarifa);
+    const data::Valor& precio = oferta["PRECIO"];
     if (data::EsNulo(pvp) || data::EsNulo(precio))
         return {};
-    return Texto(ValorNumerico(pvp) - ValorNumerico(precio));
+    const double rebaja = ValorNumerico(pvp) - ValorNumerico(precio);
+    // Money is held to four decimals and subtracts exactly; a double of it doesn't.
+    constexpr double EscalaMoneda = 1e4;
+    const bool exacta =
+        EsMoneda(articulo.fila, ColumnaPvp(tarifa)) && EsMoneda(oferta, QStringLiteral("PRECIO"));
+    return Texto(exacta ? std::round(rebaja * EscalaMoneda) / EscalaMoneda : rebaja);
 }
 
 Oferta PreparaOferta(Corrida& corrida, const Articulo& articulo, const data::Recordset& fila)
@@ -88,9 +108,8 @@ Oferta PreparaOferta(Corrida& corrida, const Articulo& articulo, const data::Rec
     QString rebaja = QStringLiteral("0");
     if (dto == 0 && precioNeto && SePublica(tarifa)) {
         // A net price is published as the tariff's price less an amount.
-        const data::Valor& pvp = Pvp(articulo, tarifa);
-        oferta.base = Texto(pvp);
-        rebaja = Rebaja(pvp, fila["PRECIO"]);
+        oferta.base = Texto(Pvp(articulo, tarifa));
+        rebaja = Rebaja(articulo, fila);
     }
     oferta.reduccion = dto == 0 ? rebaja : Texto(dto / 100);
     oferta.tipo = dto == 0 ? QStringLiteral("'amount'") : QStringLiteral("'percentage'");

@@ -4,6 +4,7 @@
 #include "sync/atributos.h"
 #include "sync/combinaciones.h"
 #include "sync/existencias.h"
+#include "sync/precios.h"
 #include "sync/retirados.h"
 #include "sync/vales.h"
 #include <gtest/gtest.h>
@@ -197,6 +198,44 @@ TEST_F(SobreBase, SinExistenciasLaCantidadEsCero)
     sync::EscribeExistencias(p.fase, articulo);
 
     EXPECT_TRUE(p.Sentencias().at(1).contains(",0,1,0,0,0,0) ||"));
+}
+
+/// Offers of the article 0101A over its own row; the sentences of the five tariffs are left out.
+struct OfertasSobreBase : SobreBase {
+    OfertasSobreBase()
+    {
+        p.Ejecuta(
+            {"CREATE TABLE M_ARTIC (CODARTICULO nvarchar(20), PVP1 CURRENCY, PVP2 CURRENCY, PVP3 CURRENCY, PVP4 CURRENCY, PVP5 CURRENCY)",
+             "INSERT INTO M_ARTIC VALUES ('0101A',10,100.1,8,7,6)",
+             "CREATE TABLE OFERTAS (CODARTICULO nvarchar(20), IDCONF nvarchar(6), DTOCOM1 DOUBLE, DTOCOM2 DOUBLE, DTOCOM3 DOUBLE, DTOCOM4 DOUBLE, pvpdef INT, PRECIO CURRENCY, tarifaoprov INT, fechadesde DATETIME, fechahasta DATETIME)"});
+    }
+
+    void PrecioNeto(const QString& idconf, const QString& precio, int tarifa)
+    {
+        p.Ejecuta(
+            {QString(
+                 "INSERT INTO OFERTAS VALUES ('0101A','%1',0,0,0,0,NULL,%2,%3,#3/1/2024#,#12/31/2024#)")
+                 .arg(idconf, precio, QString::number(tarifa))});
+    }
+
+    QStringList Escribe()
+    {
+        const data::Recordset suya =
+            sync::LeeLocal(p.fase, "SELECT * FROM M_ARTIC WHERE CODARTICULO='0101A'");
+        sync::EscribePrecios(p.fase, {.fila = suya, .CodArticulo = "0101A", .id = "71"});
+        return p.Sentencias().mid(5);
+    }
+};
+
+TEST_F(OfertasSobreBase, ElDineroSeRestaSinRestosDeComaFlotante)
+{
+    PrecioNeto("0", "100", 2);
+
+    const QStringList ofertas = Escribe();
+
+    ASSERT_EQ(ofertas.size(), 1);
+    EXPECT_TRUE(ofertas[0].contains(" VALUES (6,71,0,0,0,5,100.1,1,0.1,'amount',"))
+        << qPrintable(ofertas[0]);
 }
 
 TEST_F(SobreBase, SeQuedanLosPublicadosPorSuMarcaOPorSuEmpresaYSeVanLosDemas)
