@@ -1,3 +1,4 @@
+#include "e2e/sentencias_esperadas.h"
 #include "e2e/ventana_real.h"
 #include <QImage>
 #include <QRegularExpression>
@@ -274,6 +275,9 @@ struct BotonVales : Boton {
             "INSERT INTO D_ALBCLI (NUMALB,LINEA,CODARTICULO,NSERIE) VALUES (1,1,'VALE','VENDIDO');\n");
         nuevos = ventana->Pulsa({.proceso = sync::Proceso::Vales});
         otraVez = ventana->Pulsa({.proceso = sync::Proceso::Vales});
+        empresa->Sql("DELETE FROM VALESDTO;\n" + vale + "('VQ','VALE',Null,'1','D',10,'d''Estiu'," +
+                     fechas + vale + "('VS','VALE',Null,'1','D',10,'Otro'," + fechas);
+        conComilla = ventana->Pulsa({.proceso = sync::Proceso::Vales});
     }
     static QStringList LogHastaLasMarcas()
     {
@@ -282,7 +286,7 @@ struct BotonVales : Boton {
                                               "SINCRONIZANDO MARCAS FABRICANTES",
                                               "PREPARANDO CARGA DE VALES DE DESCUENTO"};
     }
-    static inline ResultadoCorrida sinVales{}, nuevos{}, otraVez{};
+    static inline ResultadoCorrida sinVales{}, nuevos{}, otraVez{}, conComilla{};
 };
 
 TEST_F(BotonVales, SinValesSoloVanLasMarcas)
@@ -324,7 +328,7 @@ TEST_F(BotonVales, LosQueNiSeVendieronNiSonDeUnClienteSePublicanEnUnLote)
              "INSERT INTO ps_cart_rule_lang (id_cart_rule,ID_LANG,NAME) VALUES (3,1,'Otoño')"}));
     EXPECT_EQ(
         tienda->Sql(
-            "SELECT id_cart_rule,code,reduction_percent,reduction_amount,minimum_amount FROM ps_cart_rule ORDER BY id_cart_rule"),
+            "SELECT id_cart_rule,code,reduction_percent,reduction_amount,minimum_amount FROM ps_cart_rule WHERE code IN ('V10','V25') ORDER BY id_cart_rule"),
         (Filas{{"2", "V10", "10.00", "0.00", "0.00"}, {"3", "V25", "0.00", "25.50", "25.50"}}));
 }
 
@@ -340,6 +344,26 @@ TEST_F(BotonVales, LosQueYaEstanSoloSeCuentan)
                                    "ERROR SUBIENDO FICHERO sentencias.sql"} +
                        FinDelLog()));
     EXPECT_EQ(otraVez.lotes.value(1), "");
+}
+
+// Its number is used up, and the next voucher takes the one behind it.
+TEST_F(BotonVales, UnaComillaEnLaDescripcionRompeLasDosSentenciasDeSuVale)
+{
+    const QString hoy = HoyMysql();
+    // clang-format off
+    EXPECT_EQ(EnLineas(conComilla.log),
+              EnLineas(LogHastaLasMarcas() +
+                       QStringList{"Preparando Vale Descuento VQ. Añadiendo",
+                                   "Preparando Vale Descuento VS. Añadiendo",
+                                   "SUBIENDO FICHERO sentencias.sql",
+                                   "SINCRONIZANDO NUEVOS VALES DE DESCUENTO"} +
+                       DetalleDeErrores({{ErrorDeSintaxis("Estiu',5,1,1,1,'VQ',0,1,1,0,0,0,0,0,0,0,0,10,0,1,1,0,0,0,0,1," + hoy + "," + hoy + ")"),
+                                          "INSERT INTO ps_cart_rule(id_cart_rule, id_customer, date_from, date_to, description, quantity, quantity_per_user, priority, partial_use, code, minimum_amount, minimum_amount_tax, minimum_amount_currency, minimum_amount_shipping"},
+                                         {ErrorDeSintaxis("Estiu')"), "INSERT INTO ps_cart_rule_lang (id_cart_rule,ID_LANG,NAME) VALUES (4,1,'d'Estiu')"}}) +
+                       FinDelLog()));
+    // clang-format on
+    EXPECT_EQ(tienda->Sql("SELECT id_cart_rule,code FROM ps_cart_rule ORDER BY id_cart_rule"),
+              (Filas{{"2", "V10"}, {"3", "V25"}, {"5", "VS"}}));
 }
 
 } // namespace

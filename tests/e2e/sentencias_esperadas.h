@@ -283,3 +283,21 @@ template <class Tienda> struct Formas {
     }
 };
 // clang-format on
+
+/// The server's text for a sentence that it can't read, which quotes what follows the fault.
+inline QString ErrorDeSintaxis(const QString& resto)
+{
+    return "You have an error in your SQL syntax; check the manual that corresponds to your MariaDB server version for the right syntax to use near '" +
+           (resto.size() > 80 ? resto.left(77) + "..." : resto) + "' at line 1";
+}
+
+/// What the log says of a batch: the server's text and the beginning of the sentence for each.
+inline QStringList DetalleDeErrores(const std::vector<std::pair<QString, QString>>& errores)
+{
+    const QString sangria(8, u' ');
+    QStringList lineas{"ERRORES EJECUTANDO SENTENCIAS", ""};
+    for (const auto& [mensaje, sentencia] : errores)
+        lineas << sangria + "Error al ejecutar consulta: " + mensaje
+               << sangria + sentencia.left(200).simplified();
+    return lineas << sangria;
+}
