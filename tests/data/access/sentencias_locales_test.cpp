@@ -389,6 +389,34 @@ TEST_F(SentenciasExistencias, UnaConfiguracionSumaSusLotesPositivos)
     EXPECT_EQ(Nombres(sql), (QStringList{"CODARTICULO", "CADENA", "IDCONF", "EXI"}));
 }
 
+// Nobody asks for an order: the groups come in that of their terms, texts in that of the language,
+// whatever index the tables' own program has made.
+TEST_F(SentenciasExistencias, LasConfiguracionesSalenPorSuNumeroYSuCadena)
+{
+    const QString sql =
+        "SELECT M_EXIST_LOTE.CODARTICULO,CADENA,IDCONF,SUM(EXISTENCIAS) AS EXI from m_Exist_Lote INNER JOIN CONFCAD ON  m_exist_lote.codarticulo=confcad.codarticulo and m_exist_lote.idconf=confcad.id WHERE m_exist_lote.CODARTICULO='A1' AND ANIO=YEAR(DATE()) AND CODALMACEN IN ('01','02') AND IDCONF<>'0'  AND EXISTENCIAS>0 GROUP BY M_EXIST_LOTE.CODARTICULO,IDCONF,CADENA";
+    const QString enOrden =
+        "A1|[col:azu]|100|6 A1|[COL:VER]|100|6 A1|[COL:ROJ][TAL:00M]|11|7 A1|[COL:AZU][TAL:00M]|12|2 A1|[COL:ROJ]|9|1";
+    Haz({"INSERT INTO CONFCAD VALUES ('A1','9','[COL:ROJ]')",
+         "INSERT INTO CONFCAD VALUES ('A1','100','[COL:VER]')",
+         "INSERT INTO CONFCAD VALUES ('A1','100','[col:azu]')",
+         "INSERT INTO M_EXIST_LOTE VALUES ('A1',2024,'01','L10','9',1)",
+         "INSERT INTO M_EXIST_LOTE VALUES ('A1',2024,'01','L11','100',6)"});
+
+    EXPECT_EQ(Tabla(sql), enOrden);
+    Haz({"CREATE INDEX PORARTICULO ON M_EXIST_LOTE (CODARTICULO)",
+         "CREATE INDEX PORARTICULO ON CONFCAD (CODARTICULO)"});
+    EXPECT_EQ(Tabla(sql), enOrden);
+    Haz("CREATE INDEX PORCADENA ON CONFCAD (CODARTICULO,CADENA)");
+    EXPECT_EQ(Tabla(sql), enOrden);
+    Haz("CREATE UNIQUE INDEX PORCONFIGURACION ON CONFCAD (CODARTICULO,CADENA,ID)");
+    EXPECT_EQ(Tabla(sql), enOrden);
+    Haz("CREATE INDEX PORNUMERO ON M_EXIST_LOTE (CODARTICULO,IDCONF DESC)");
+    EXPECT_EQ(Tabla(sql), enOrden);
+    Haz("CREATE UNIQUE INDEX CLAVE ON M_EXIST_LOTE (CODARTICULO,ANIO,CODALMACEN,LOTE)");
+    EXPECT_EQ(Tabla(sql), enOrden);
+}
+
 TEST_F(SentenciasExistencias, ElNumeroDeConfiguracionPuedeSerNumerico)
 {
     Haz({"DROP TABLE M_EXIST_LOTE",
