@@ -53,6 +53,24 @@ struct SobreBase : testing::Test {
         for (const char* talla : {"L", "M", "S", "X"})
             Opcion("TAL", talla, talla);
     }
+    /// The tables of what is on hand, for a company that has the configurator.
+    void CreaExistencias()
+    {
+        p.opciones.stock = true;
+        p.programa.parametros.PS_MODOCONFIGURADOR = true;
+        p.Ejecuta(
+            {"CREATE TABLE m_Exist (CODARTICULO nvarchar(20), ANIO INT, CODALMACEN nvarchar(2), EXISTENCIAS DOUBLE)",
+             "CREATE TABLE m_Exist_Lote (CODARTICULO nvarchar(20), ANIO INT, CODALMACEN nvarchar(2), IDCONF nvarchar(6), EXISTENCIAS DOUBLE)",
+             "CREATE TABLE CONFCAD (codarticulo nvarchar(20), id nvarchar(6), Cadena nvarchar(255))"});
+    }
+    /// A configuration of the article with one lot of this year.
+    void Configuracion(const QString& id, const QString& cadena, int existencias)
+    {
+        const QString ano = QString::number(QDate::currentDate().year());
+        p.Ejecuta({"INSERT INTO CONFCAD VALUES ('0101A','" + id + "','" + cadena + "')",
+                   "INSERT INTO m_Exist_Lote VALUES ('0101A'," + ano + ",'01','" + id + "'," +
+                       QString::number(existencias) + ")"});
+    }
     /// The second column of the sentences for ps_product_attribute_combination: attribute and n.
     static QStringList AtributosDe(const QStringList& sentencias)
     {
@@ -86,6 +104,53 @@ TEST_F(SobreBase, DosCategoriasDeTresYCuatroValoresDanDoceFilasPorLaSecuenciaDeL
     EXPECT_EQ(sentencias.size(), 12 * 4);
     EXPECT_EQ(sentencias.filter(",1 From ps_product").size(), 2) << "one default, in two tables";
     EXPECT_TRUE(sentencias.at(2).endsWith(",0,1,1 From ps_product WHERE REFERENCE ='0101A'||"));
+}
+
+TEST_F(SobreBase, TresCategoriasDeDosTresYCuatroValoresDanVeinticuatroFilas)
+{
+    ColorYTalla();
+    p.Ejecuta({"INSERT INTO M_OPCIONALES_CAT VALUES ('MAT','Material')"});
+    for (const char* material : {"ALU", "HIE", "ORO"})
+        Opcion("MAT", material, material);
+    p.Ejecuta({Valores("0101A", "COL", "ROJ", 2, "1"), Valores("0101A", "COL", "AZU", 1, "0"),
+               Valores("0101A", "MAT", "ORO", 1, "10"), Valores("0101A", "MAT", "ALU", 2, "20"),
+               Valores("0101A", "MAT", "HIE", 3, "30"), Valores("0101A", "TAL", "X", 1, "100"),
+               Valores("0101A", "TAL", "L", 2, "200"), Valores("0101A", "TAL", "M", 3, "300"),
+               Valores("0101A", "TAL", "S", 4, "400")});
+
+    sync::EscribeCombinaciones(p.fase, articulo);
+
+    const QStringList sentencias = p.Sentencias();
+    // COL is category 1, MAT 2 and TAL 3: each one's values by their sequence, the last one
+    // fastest.
+    QStringList filas;
+    int n = 0;
+    for (const char* color : {"001001", "001002"})
+        for (const char* material : {"002003", "002001", "002002"})
+            for (const char* talla : {"003004", "003001", "003002", "003003"}) {
+                ++n;
+                for (const char* atributo : {color, material, talla})
+                    filas << QString("%1 %2").arg(atributo).arg(n);
+            }
+    EXPECT_EQ(AtributosDe(sentencias), filas);
+    ASSERT_EQ(sentencias.size(), 24 * 5);
+    EXPECT_TRUE(sentencias[3].contains("'1'),5)) , ID_PRODUCT,110,1.5,1 From "));
+    EXPECT_TRUE(sentencias[118].contains("'24'),5)) , ID_PRODUCT,431,1.5,NULL From "));
+}
+
+TEST_F(SobreBase, UnAtributoSinValoresNoCuentaYLosValoresSinAtributoSi)
+{
+    ColorYTalla();
+    p.Ejecuta(
+        {"CREATE TABLE PS_CONF_ART_CAT (CODARTICULO nvarchar(20), CODCATEGORIA nvarchar(3), DESCRIPCION nvarchar(50), TIPO nvarchar(1))",
+         "INSERT INTO PS_CONF_ART_CAT VALUES ('0101A','COL','Color','V')"});
+
+    sync::EscribeCombinaciones(p.fase, articulo);
+    EXPECT_TRUE(p.Sentencias().isEmpty());
+
+    p.Ejecuta({Valores("0101A", "TAL", "S", 1)});
+    sync::EscribeCombinaciones(p.fase, articulo);
+    EXPECT_EQ(AtributosDe(p.Sentencias()), QStringList{"002003 1"});
 }
 
 TEST_F(SobreBase, ElIncrementoEsLaSumaDeLaTarifaDeDefecto)
@@ -158,26 +223,21 @@ TEST_F(SobreBase, LosAtributosSeColocanPorSuDescripcionYSeNumeranPorSuCodigo)
 TEST_F(SobreBase, ElStockSumaLosAlmacenesDelAnoConLoNegativoYLosLotesSoloLoPositivo)
 {
     ColorYTalla();
-    p.opciones.stock = true;
+    CreaExistencias();
     p.programa.parametros.PSAlmacenes = "01,02";
-    p.programa.parametros.PS_MODOCONFIGURADOR = true;
     const QString ano = QString::number(QDate::currentDate().year());
     const QString pasado = QString::number(QDate::currentDate().year() - 1);
-    p.Ejecuta(
-        {"CREATE TABLE m_Exist (CODARTICULO nvarchar(20), ANIO INT, CODALMACEN nvarchar(2), EXISTENCIAS DOUBLE)",
-         "CREATE TABLE m_Exist_Lote (CODARTICULO nvarchar(20), ANIO INT, CODALMACEN nvarchar(2), IDCONF nvarchar(6), EXISTENCIAS DOUBLE)",
-         "CREATE TABLE CONFCAD (codarticulo nvarchar(20), id nvarchar(6), Cadena nvarchar(255))",
-         "INSERT INTO m_Exist VALUES ('0101A'," + ano + ",'01',10.5)",
-         "INSERT INTO m_Exist VALUES ('0101A'," + ano + ",'02',-3)",
-         "INSERT INTO m_Exist VALUES ('0101A'," + ano + ",'03',100)",
-         "INSERT INTO m_Exist VALUES ('0101A'," + pasado + ",'01',1000)",
-         "INSERT INTO CONFCAD VALUES ('0101A','7','[COL:ROJ][TAL:S]')",
-         "INSERT INTO CONFCAD VALUES ('0101A','0','[COL:AZU]')",
-         "INSERT INTO m_Exist_Lote VALUES ('0101A'," + ano + ",'01','7',4)",
-         "INSERT INTO m_Exist_Lote VALUES ('0101A'," + ano + ",'02','7',2)",
-         "INSERT INTO m_Exist_Lote VALUES ('0101A'," + ano + ",'02','7',-5)",
-         "INSERT INTO m_Exist_Lote VALUES ('0101A'," + ano + ",'01','0',50)",
-         "INSERT INTO m_Exist_Lote VALUES ('0101A'," + pasado + ",'01','7',60)"});
+    p.Ejecuta({"INSERT INTO m_Exist VALUES ('0101A'," + ano + ",'01',10.5)",
+               "INSERT INTO m_Exist VALUES ('0101A'," + ano + ",'02',-3)",
+               "INSERT INTO m_Exist VALUES ('0101A'," + ano + ",'03',100)",
+               "INSERT INTO m_Exist VALUES ('0101A'," + pasado + ",'01',1000)",
+               "INSERT INTO CONFCAD VALUES ('0101A','7','[COL:ROJ][TAL:S]')",
+               "INSERT INTO CONFCAD VALUES ('0101A','0','[COL:AZU]')",
+               "INSERT INTO m_Exist_Lote VALUES ('0101A'," + ano + ",'01','7',4)",
+               "INSERT INTO m_Exist_Lote VALUES ('0101A'," + ano + ",'02','7',2)",
+               "INSERT INTO m_Exist_Lote VALUES ('0101A'," + ano + ",'02','7',-5)",
+               "INSERT INTO m_Exist_Lote VALUES ('0101A'," + ano + ",'01','0',50)",
+               "INSERT INTO m_Exist_Lote VALUES ('0101A'," + pasado + ",'01','7',60)"});
 
     sync::EscribeExistencias(p.fase, articulo);
 
@@ -187,6 +247,39 @@ TEST_F(SobreBase, ElStockSumaLosAlmacenesDelAnoConLoNegativoYLosLotesSoloLoPosit
     EXPECT_TRUE(sentencias[2].contains("VALUES ('717','71', (SELECT "));
     EXPECT_TRUE(sentencias[2].contains("id_attribute=001002) AND EXISTS("));
     EXPECT_TRUE(sentencias[2].endsWith("id_attribute=002003)),1,0,6,0,0) ||"));
+}
+
+TEST_F(SobreBase, LasConfiguracionesSalenPorSuNumeroComoTexto)
+{
+    CreaExistencias();
+    Configuracion("9", "", 1);
+    Configuracion("10", "", 2);
+    Configuracion("000007", "", 3);
+
+    sync::EscribeExistencias(p.fase, articulo);
+
+    const QStringList sentencias = p.Sentencias();
+    ASSERT_EQ(sentencias.size(), 5);
+    EXPECT_TRUE(sentencias[2].contains(" VALUES ('71000007','71', (SELECT "));
+    EXPECT_TRUE(sentencias[2].endsWith("),1,0,3,0,0) ||"));
+    EXPECT_TRUE(sentencias[3].contains(" VALUES ('7110','71', (SELECT "));
+    EXPECT_TRUE(sentencias[3].endsWith("),1,0,2,0,0) ||"));
+    EXPECT_TRUE(sentencias[4].contains(" VALUES ('719','71', (SELECT "));
+    EXPECT_TRUE(sentencias[4].endsWith("),1,0,1,0,0) ||"));
+}
+
+// It names no category and no value, and both have the rank 0.
+TEST_F(SobreBase, UnCorcheteQueCierraSinAbrirPideElAtributoCero)
+{
+    ColorYTalla();
+    CreaExistencias();
+    Configuracion("7", "]", 4);
+
+    sync::EscribeExistencias(p.fase, articulo);
+
+    EXPECT_EQ(
+        p.Sentencias().value(2),
+        "INSERT INTO ps_stock_available (id_stock_available,id_product,id_product_attribute,id_shop,id_shop_group,quantity,depends_on_stock,out_of_stock) VALUES ('717','71', (SELECT ps_product_attribute.id_product_attribute FROM ps_product_attribute inner join ps_product on ps_product_attribute.id_product=ps_product.id_product  WHERE ps_product.reference='0101A' AND EXISTS(SELECT 'C' FROM ps_product_attribute_combination inner join ps_attribute on  ps_product_attribute_combination.id_attribute = ps_attribute.id_attribute  Where ps_product_attribute_combination.id_product_attribute = ps_product_attribute.id_product_attribute AND ps_attribute.id_attribute=000000)),1,0,4,0,0) ||");
 }
 
 TEST_F(SobreBase, SinExistenciasLaCantidadEsCero)
