@@ -98,16 +98,17 @@ class SolostocksReal : public testing::Test {
     static QByteArray Local() { return empresa->Carpeta().Lee("HISTORICOWEB/solostocks.xml"); }
     static QByteArray Remoto() { return tienda->LeeFichero("KovTolmo.xml"); }
 
-    /// One line for each picture that the shop has of an article.
+    /// One line for each picture that the shop has of an article, in the order in which it gives
+    /// them.
     static QByteArray Fotos(const QString& codigo)
     {
         QByteArray lineas;
-        for (const QStringList& fila :
-             tienda->Sql("SELECT i.id_image FROM tst_image i JOIN tst_product p ON "
-                         "p.id_product=i.id_product WHERE p.reference='" +
-                         codigo + "' ORDER BY i.id_image"))
+        for (
+            const QStringList& fila : tienda->Sql(
+                "SELECT tst_product.id_product,tst_product.reference,tst_image.id_image,tst_product.date_upd FROM tst_product LEFT JOIN tst_image ON tst_product.id_product=tst_image.id_product WHERE tst_product.reference='" +
+                codigo + "'"))
             lineas += "<PHOTO><![CDATA[" + tienda->Www().toLatin1() + "img/p/" +
-                      fila[0].toLatin1() + ".jpg]]></PHOTO>\r\n";
+                      fila[2].toLatin1() + ".jpg]]></PHOTO>\r\n";
         return lineas;
     }
     static QByteArray Producto01A(const QByteArray& codigo = "ALT01A")
