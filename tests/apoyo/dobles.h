@@ -2,6 +2,7 @@
 #include "data/puertos.h"
 #include <QStringList>
 #include <deque>
+#include <functional>
 #include <vector>
 
 /// Message boxes that a test answers beforehand; without a prepared answer the box gets "Aceptar".
@@ -42,11 +43,16 @@ struct ProgresoDePrueba : tolmo::data::Progreso {
     std::vector<bool> pestanas{};
     std::vector<bool> barra{};
     int turnos = 0;
+    std::function<void()> enCadaTurno = [] {};
 
     void LimpiaEstado() override { lineas.clear(); }
     void LineaEstado(const QString& linea) override { lineas << linea; }
     void MuestraBarra(bool visible) override { barra.push_back(visible); }
     void Avanza(int posicion, int total) override { avances.emplace_back(posicion, total); }
-    void CedeEventos() override { ++turnos; }
+    void CedeEventos() override
+    {
+        ++turnos;
+        enCadaTurno();
+    }
     void HabilitaPestanas(bool habilitadas) override { pestanas.push_back(habilitadas); }
 };

@@ -23,9 +23,17 @@ class VentanaReal {
 
     ResultadoCorrida Pulsa(const tolmo::sync::Opciones& opciones)
     {
+        return Usa([&](tolmo::sync::Sincronizador& sincronizador) {
+            sincronizador.SincronizaPrestashop(opciones);
+        });
+    }
+
+    /// What is done with the engine while the window stands.
+    ResultadoCorrida Usa(const std::function<void(tolmo::sync::Sincronizador&)>& accion)
+    {
         return empresa_.Observa([&](ResultadoCorrida&) {
             tolmo::sync::Sincronizador sincronizador(programa_, progreso, tolmo::site::Esperas{});
-            sincronizador.SincronizaPrestashop(opciones);
+            accion(sincronizador);
             return 0;
         });
     }

@@ -2,7 +2,6 @@
 #include "apoyo/sitio_de_prueba.h"
 #include "batch/trabajo.h"
 #include "site/purga.h"
-#include <functional>
 #include <gtest/gtest.h>
 
 using namespace tolmo;
@@ -12,7 +11,6 @@ namespace {
 /// Writes what the purge shows into the same list as what it says to the server.
 struct ProgresoEnOrden : ProgresoDePrueba {
     QStringList* pasos = nullptr;
-    std::function<void()> enCadaTurno = [] {};
     bool sigue = true;
 
     void LineaEstado(const QString& linea) override
