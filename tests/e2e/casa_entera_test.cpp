@@ -2,7 +2,7 @@
 #include "e2e/sentencias_esperadas.h"
 #include "e2e/ventana_real.h"
 #include <QImage>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <map>
 #include <memory>
 
@@ -12,75 +12,137 @@ using namespace tolmo;
 using Filas = std::vector<QStringList>;
 
 /// A generation of the shop, and whether the values come from the management program.
-template <class FormaDeTienda, bool DeLaGestion> struct Variante {
-    using Tienda = FormaDeTienda;
-    static constexpr bool Gestion = DeLaGestion;
+struct Variante {
+    const char* nombre;
+    FormasDeTienda (*formas)();
+    bool gestion;
 };
+void PrintTo(const Variante& variante, std::ostream* salida)
+{
+    *salida << variante.nombre;
+}
 
 /// What stands in the shop between two runs: rows by subject, and the pictures.
 struct Vista {
     std::map<QString, Filas> filas{};
-    QStringList fotos{};
+    QMap<QString, QByteArray> fotos{};
+
+    Filas De(const QString& asunto) const
+    {
+        const auto hallado = filas.find(asunto);
+        return hallado == filas.end() ? Filas{} : hallado->second;
+    }
 };
+
+Vista Mira(const TiendaDePrueba& tienda)
+{
+    Vista vista;
+    // clang-format off
+    for (const QStringList& fila : tienda.Sql(
+             "SELECT 'producto',id_product,reference,id_category_default,id_manufacturer FROM ps_product ORDER BY id_product;"
+             "SELECT 'texto',id_product,name,link_rewrite,description FROM ps_product_lang ORDER BY id_product;"
+             "SELECT 'enlace',id_product,id_category FROM ps_category_product ORDER BY id_product,id_category;"
+             "SELECT 'etiqueta',p.id_product,t.name FROM ps_product_tag p JOIN ps_tag t USING (id_tag) ORDER BY p.id_product,t.id_tag;"
+             "SELECT 'precio',id_product,COUNT(*),MIN(id_specific_price),MAX(id_specific_price) FROM ps_specific_price GROUP BY id_product ORDER BY id_product;"
+             "SELECT 'combinacion',a.id_product,a.id_product_attribute,GROUP_CONCAT(t.name ORDER BY t.id_attribute),a.price,s.price,a.weight,a.default_on FROM ps_product_attribute a JOIN ps_product_attribute_shop s ON s.id_product_attribute=a.id_product_attribute JOIN ps_product_attribute_combination c ON c.id_product_attribute=a.id_product_attribute JOIN ps_attribute_lang t USING (id_attribute) GROUP BY a.id_product_attribute ORDER BY a.id_product_attribute;"
+             "SELECT 'imagen',id_image,id_product,position,cover FROM ps_image ORDER BY id_image;"
+             "SELECT 'imagenDeCombinacion',id_product_attribute,id_image FROM ps_product_attribute_image ORDER BY 2,3;"
+             "SELECT 'existencia',id_stock_available,id_product,id_product_attribute,quantity FROM ps_stock_available ORDER BY id_stock_available;"
+             "SELECT 'familia',id_category,id_parent,nleft,nright,level_depth,kov_familia FROM ps_category ORDER BY id_category;"
+             "SELECT 'adjunto',a.id_attachment,a.file,p.id_product FROM ps_attachment a LEFT JOIN ps_product_attachment p USING (id_attachment) ORDER BY a.id_attachment,p.id_product;"
+             "SELECT 'marca',id_manufacturer,name FROM ps_manufacturer;"
+             "SELECT 'vale',id_cart_rule,code FROM ps_cart_rule"))
+        vista.filas[fila[0]].push_back(fila.mid(1));
+    // clang-format on
+    for (const QString& fichero : tienda.Ficheros("img").filter(".jpg"))
+        vista.fotos[fichero] = tienda.LeeFichero(fichero);
+    return vista;
+}
+
+/// The pictures that the shop has of each article, in the order in which it gives them to who asks
+/// without one.
+QMap<QString, QStringList> ImagenesEnSuOrden(const TiendaDePrueba& tienda,
+                                             const QStringList& codigos)
+{
+    QMap<QString, QStringList> imagenes;
+    for (const QString& codigo : codigos)
+        for (
+            const QStringList& fila : tienda.Sql(
+                "SELECT ps_product.id_product,ps_product.reference,ps_image.id_image,ps_product.date_upd FROM ps_product LEFT JOIN ps_image ON ps_product.id_product=ps_image.id_product WHERE ps_product.reference='" +
+                codigo + "'"))
+            imagenes[codigo] << fila[2];
+    return imagenes;
+}
 
 /// A house with everything, through all modes of the command line and all buttons, one after the
 /// other on one shop: each run starts from what the ones before have left.
-template <class V> struct CasaEntera : testing::Test {
-    using Tienda = typename V::Tienda;
-    using DeTienda = Formas<Tienda>;
-
-    static void SetUpTestSuite()
+class Casa {
+  public:
+    explicit Casa(const Variante& variante)
+        : formas(variante.formas()), valores{.gestion = variante.gestion},
+          tienda_(TiendaComun(formas.opciones)),
+          empresa_(tienda_, {{"PS_MODOCONFIGURADOR", variante.gestion ? "True" : "False"},
+                             {"PSGRUPOMARCAS", "'1'"},
+                             {"CAMPOFAMALT", "'OTRASFAM'"}})
     {
-        tienda = &TiendaComun(Tienda::Opciones());
-        empresa = std::make_unique<EmpresaReal>(
-            *tienda, QMap<QString, QString>{{"PS_MODOCONFIGURADOR", V::Gestion ? "True" : "False"},
-                                            {"PSGRUPOMARCAS", "'1'"},
-                                            {"CAMPOFAMALT", "'OTRASFAM'"}});
         EscribeFoto("rojo.jpg", Qt::red);
         EscribeFoto("azul.jpg", Qt::blue);
         EscribeFoto("verde.jpg", Qt::green);
-        empresa->Carpeta().Escribe("ficha.pdf", "Ficha");
-        empresa->Carpeta().Escribe("otra.pdf", "Otra");
-        empresa->Sql(SqlDeLaCasa(empresa->Actual(), valores));
+        empresa_.Carpeta().Escribe("ficha.pdf", "Ficha");
+        empresa_.Carpeta().Escribe("otra.pdf", "Otra");
+        empresa_.Sql(SqlDeLaCasa(Actual(), valores));
         CorreLosModos();
         PulsaLosBotones();
     }
-    static void TearDownTestSuite() { empresa.reset(); }
 
-    static void CorreLosModos()
+    QString Actual() const { return empresa_.Actual(); }
+    QString Ruta(const QString& nombre) const { return Actual() + "/" + nombre; }
+
+    const FormasDeTienda formas;
+    const OrigenDeValores valores;
+    ResultadoCorrida carga{}, cambios{}, soloArtic{}, sinStock{}, stock{};
+    ResultadoCorrida articulos{}, familias{}, botonStock{}, vales{};
+    Vista trasCarga{}, trasCambios{}, trasSinStock{}, trasStock{}, trasArticulos{}, alFinal{};
+    std::map<QString, QMap<QString, QStringList>> viejas{}; ///< pictures, by run and article
+
+  private:
+    void CorreLosModos()
     {
-        carga = empresa->Corre();
-        trasCarga = Mira();
+        carga = empresa_.Corre();
+        trasCarga = Mira(tienda_);
 
-        empresa->Sql(SqlDeCambios());
-        viejas["cambios"] = ImagenesEnSuOrden({"01A", "01B"});
-        cambios = empresa->Corre();
-        trasCambios = Mira();
+        empresa_.Sql(SqlDeCambios());
+        viejas["cambios"] = ImagenesEnSuOrden(tienda_, {"01A", "01B"});
+        cambios = empresa_.Corre();
+        trasCambios = Mira(tienda_);
 
-        empresa->Sql(SqlSoloCambia("01D") + SqlExistencias("01D", "9"));
-        viejas["soloArtic"] = ImagenesEnSuOrden({"01D"});
-        soloArtic = empresa->Corre("/SOLOARTIC:000001");
+        empresa_.Sql(SqlSoloCambia("01D") + SqlExistencias("01D", "9"));
+        viejas["soloArtic"] = ImagenesEnSuOrden(tienda_, {"01D"});
+        soloArtic = empresa_.Corre("/SOLOARTIC:000001");
 
-        empresa->Sql(SqlExistencias("01D", "11"));
-        viejas["sinStock"] = ImagenesEnSuOrden({"01D"});
-        sinStock = empresa->Corre("/SOLOARTIC_SIN_STOCK:000001");
-        trasSinStock = Mira();
+        empresa_.Sql(SqlExistencias("01D", "11"));
+        viejas["sinStock"] = ImagenesEnSuOrden(tienda_, {"01D"});
+        sinStock = empresa_.Corre("/SOLOARTIC_SIN_STOCK:000001");
+        trasSinStock = Mira(tienda_);
 
-        empresa->Sql(SqlExistencias("01A", "70") +
+        empresa_.Sql(SqlExistencias("01A", "70") +
                      SqlArticulo("01F", {{"FOTO", Foto("rojo.jpg")}}) +
                      valores.SqlCategoria("01F", "COL") +
                      valores.SqlValor("01F", "COL", "ROJ", 1, "3", "0", Foto("rojo.jpg")) +
                      "INSERT INTO GESTION_DOC (TIPODOC,TIPO,CLAVE,RUTA) VALUES ('AR','W','01F'," +
                      Foto("otra.pdf") + ");\n");
-        stock = empresa->Corre("/STOCK:000001");
-        trasStock = Mira();
+        stock = empresa_.Corre("/STOCK:000001");
+        trasStock = Mira(tienda_);
     }
-    static void PulsaLosBotones()
+    void PulsaLosBotones()
     {
         using sync::Proceso;
-        VentanaReal ventana(*empresa);
-        empresa->Sql("UPDATE M_ARTIC SET ACTIVOWEB='N' WHERE CODARTICULO='01E';\n");
-        viejas["articulos"] = ImagenesEnSuOrden({"01B", "01D"});
+        VentanaReal ventana(empresa_);
+        empresa_.Sql("UPDATE M_ARTIC SET ACTIVOWEB='N' WHERE CODARTICULO='01E';\n"
+                     "INSERT INTO VALESDTO (CODVALE,CODARTICULOVALE,CODCLIENTE,ESTADO,TIPODTO,"
+                     "VALOR,DESCRIPCION,FECHADESDE,FECHAHASTA,NUSOS) VALUES ('V10','VALE',Null,'1',"
+                     "'D',10,'Verano',#01/02/2024#,#12/31/2024#,5);\n");
+        viejas["articulos"] = ImagenesEnSuOrden(tienda_, {"01B", "01D"});
         articulos = ventana.Pulsa({.proceso = Proceso::Articulos,
                                    .desde = "01B",
                                    .hasta = "01D",
@@ -88,28 +150,25 @@ template <class V> struct CasaEntera : testing::Test {
                                    .adjuntos = true,
                                    .stock = true,
                                    .eliminaEnRango = true});
-        trasArticulos = Mira();
+        trasArticulos = Mira(tienda_);
         familias = ventana.Pulsa({.proceso = Proceso::Familias, .fotosFam = true});
         botonStock = ventana.Pulsa({.proceso = Proceso::Stock, .stock = true});
-        empresa->Sql("INSERT INTO VALESDTO (CODVALE,CODARTICULOVALE,CODCLIENTE,ESTADO,TIPODTO,"
-                     "VALOR,DESCRIPCION,FECHADESDE,FECHAHASTA,NUSOS) VALUES ('V10','VALE',Null,'1',"
-                     "'D',10,'Verano',#01/02/2024#,#12/31/2024#,5);\n");
         vales = ventana.Pulsa({.proceso = Proceso::Vales});
-        alFinal = Mira();
+        alFinal = Mira(tienda_);
     }
 
-    static void EscribeFoto(const QString& nombre, const QColor& color)
+    void EscribeFoto(const QString& nombre, const QColor& color) const
     {
         QImage foto(40, 20, QImage::Format_RGB32);
         foto.fill(color);
-        ASSERT_TRUE(foto.save(empresa->Actual() + "/" + nombre, "JPEG"));
+        if (!foto.save(Ruta(nombre), "JPEG"))
+            throw std::runtime_error("no picture");
     }
-    static QString Ruta(const QString& nombre) { return empresa->Actual() + "/" + nombre; }
-    static QString Foto(const QString& nombre) { return "'" + Ruta(nombre) + "'"; }
+    QString Foto(const QString& nombre) const { return "'" + Ruta(nombre) + "'"; }
 
     /// One article changes its pictures, one its values, one goes and one comes; a family changes
     /// its picture, one loses it, and a third one comes without any.
-    static QString SqlDeCambios()
+    QString SqlDeCambios() const
     {
         const QString cambiaFoto =
             "UPDATE " + valores.Tabla() + " SET " + valores.ColumnaFoto() + "=";
@@ -139,56 +198,40 @@ template <class V> struct CasaEntera : testing::Test {
                "';\n";
     }
 
-    /// The pictures that the shop has of each article, in the order in which it gives them to who
-    /// asks without one.
-    static QMap<QString, QStringList> ImagenesEnSuOrden(const QStringList& codigos)
-    {
-        QMap<QString, QStringList> imagenes;
-        for (const QString& codigo : codigos)
-            for (
-                const QStringList& fila : tienda->Sql(
-                    "SELECT ps_product.id_product,ps_product.reference,ps_image.id_image,ps_product.date_upd FROM ps_product LEFT JOIN ps_image ON ps_product.id_product=ps_image.id_product WHERE ps_product.reference='" +
-                    codigo + "'"))
-                imagenes[codigo] << fila[2];
-        return imagenes;
-    }
-    /// Those that a run found, which are these in some order.
-    static QStringList Viejas(const QString& corrida, const QString& codigo,
-                              const QStringList& imagenes)
-    {
-        QStringList ordenadas = viejas[corrida][codigo];
-        ordenadas.sort();
-        QStringList esperadas = imagenes;
-        esperadas.sort();
-        EXPECT_EQ(ordenadas, esperadas) << corrida.toStdString();
-        return viejas[corrida][codigo];
-    }
+    TiendaDePrueba& tienda_;
+    EmpresaReal empresa_;
+};
 
-    static Vista Mira()
-    {
-        Vista vista{.filas = {}, .fotos = tienda->Ficheros("img").filter(".jpg")};
-        // clang-format off
-        for (const QStringList& fila : tienda->Sql(
-                 "SELECT 'producto',id_product,reference,id_category_default,id_manufacturer FROM ps_product ORDER BY id_product;"
-                 "SELECT 'texto',id_product,name,link_rewrite,description FROM ps_product_lang ORDER BY id_product;"
-                 "SELECT 'enlace',id_product,id_category FROM ps_category_product ORDER BY id_product,id_category;"
-                 "SELECT 'etiqueta',p.id_product,t.name FROM ps_product_tag p JOIN ps_tag t USING (id_tag) ORDER BY p.id_product,t.id_tag;"
-                 "SELECT 'precio',id_product,COUNT(*),MIN(id_specific_price),MAX(id_specific_price) FROM ps_specific_price GROUP BY id_product ORDER BY id_product;"
-                 "SELECT 'combinacion',a.id_product,a.id_product_attribute,GROUP_CONCAT(t.name ORDER BY t.id_attribute),a.price,s.price,a.weight,a.default_on FROM ps_product_attribute a JOIN ps_product_attribute_shop s ON s.id_product_attribute=a.id_product_attribute JOIN ps_product_attribute_combination c ON c.id_product_attribute=a.id_product_attribute JOIN ps_attribute_lang t USING (id_attribute) GROUP BY a.id_product_attribute ORDER BY a.id_product_attribute;"
-                 "SELECT 'imagen',id_image,id_product,position,cover FROM ps_image ORDER BY id_image;"
-                 "SELECT 'imagenDeCombinacion',id_product_attribute,id_image FROM ps_product_attribute_image ORDER BY 2,3;"
-                 "SELECT 'existencia',id_stock_available,id_product,id_product_attribute,quantity FROM ps_stock_available ORDER BY id_stock_available;"
-                 "SELECT 'familia',id_category,id_parent,nleft,nright,level_depth,kov_familia FROM ps_category ORDER BY id_category;"
-                 "SELECT 'adjunto',a.id_attachment,a.file,p.id_product FROM ps_attachment a LEFT JOIN ps_product_attachment p USING (id_attachment) ORDER BY a.id_attachment,p.id_product;"
-                 "SELECT 'marca',id_manufacturer,name FROM ps_manufacturer;"
-                 "SELECT 'vale',id_cart_rule,code FROM ps_cart_rule"))
-            vista.filas[fila[0]].push_back(fila.mid(1));
-        // clang-format on
-        return vista;
-    }
+const Casa& CasaDe(const Variante& variante)
+{
+    static std::map<std::string, std::unique_ptr<Casa>> casas;
+    std::unique_ptr<Casa>& casa = casas[variante.nombre];
+    if (!casa)
+        casa = std::make_unique<Casa>(variante);
+    return *casa;
+}
 
+class CasaEntera : public testing::TestWithParam<Variante> {
+  protected:
+    const Casa& casa = CasaDe(GetParam());
+    const SentenciasDeTienda de{.formas = casa.formas};
+    const ProductoEsperado A{"1", "01A", "Art 01A", "art-01a", "7"};
+    const ProductoEsperado B{"2", "01B", "Art 01B", "art-01b"};
+    const ProductoEsperado C{"3", "01C", "Art 01C", "art-01c"};
+    const ProductoEsperado D{"4", "01D", "Art 01D", "art-01d"};
+    const ProductoEsperado E{"5", "01E", "Art 01E", "art-01e"};
+    const ProductoEsperado F{"6", "01F", "Art 01F", "art-01f"};
+
+    /// The pictures of an article that a run found, which are these in some order.
+    QStringList Viejas(const QString& corrida, const QString& codigo,
+                       const QStringList& imagenes) const
+    {
+        const QStringList halladas = casa.viejas.at(corrida)[codigo];
+        EXPECT_THAT(halladas, testing::UnorderedElementsAreArray(imagenes));
+        return halladas;
+    }
     /// The files of pictures in their folders, each with all the sizes of its kind.
-    static QStringList FotosEnSusTamanos(const QStringList& familias, const QStringList& imagenes)
+    QStringList FotosEnSusTamanos(const QStringList& familias, const QStringList& imagenes) const
     {
         QStringList ficheros;
         const auto anade = [&ficheros](const QString& base, const QStringList& tamanos) {
@@ -197,47 +240,43 @@ template <class V> struct CasaEntera : testing::Test {
                 ficheros << base + "-" + tamano + "_default.jpg";
         };
         for (const QString& id : familias)
-            anade("img/c/" + id, Tienda::TamanosDeFamilia());
+            anade("img/c/" + id, casa.formas.tamanosDeFamilia);
         for (const QString& img : imagenes)
-            anade("img/p/" + CarpetaDeImagen(img) + "/" + img, Tienda::Tamanos());
+            anade("img/p/" + CarpetaDeImagen(img) + "/" + img, casa.formas.tamanos);
         ficheros.sort();
         return ficheros;
     }
-    /// The middle of a picture in the shop.
-    static QColor ColorDe(const QString& fichero)
+    /// In its middle.
+    static bool EsVerde(const QByteArray& fichero)
     {
         QImage foto;
-        foto.loadFromData(tienda->LeeFichero(fichero), "JPEG");
-        return foto.pixelColor(foto.width() / 2, foto.height() / 2);
-    }
-    static bool EsVerde(const QString& fichero)
-    {
-        const QColor color = ColorDe(fichero);
+        foto.loadFromData(fichero, "JPEG");
+        const QColor color = foto.pixelColor(foto.width() / 2, foto.height() / 2);
         return color.green() > 200 && color.red() < 60 && color.blue() < 60;
     }
 
     // What the articles make.
 
-    static QString Peso(const QString& peso) { return valores.Peso(peso); }
+    QString Peso(const QString& peso) const { return casa.valores.Peso(peso); }
     /// The rows of lots are written only for the configurations of the management program.
-    static QStringList LoteDe(const ProductoEsperado& producto, const QString& idconf,
-                              const QStringList& atributos, const QString& cantidad)
+    QStringList LoteDe(const ProductoEsperado& producto, const QString& idconf,
+                       const QStringList& atributos, const QString& cantidad) const
     {
-        if (!V::Gestion)
+        if (!casa.valores.gestion)
             return {};
         return {Lote(producto, idconf, atributos, cantidad)};
     }
-    static QStringList ExistenciasDeB()
+    QStringList ExistenciasDeB() const
     {
         return Existencias("2", "6") + LoteDe(B, "000001", {"001002"}, "2");
     }
-    static QStringList ExistenciasDeD(const QString& cantidad)
+    QStringList ExistenciasDeD(const QString& cantidad) const
     {
         return Existencias("4", cantidad) +
                LoteDe(D, "000003", {"001002", "002001", "003002"}, "1");
     }
-    static std::vector<CombinacionEsperada> CombinacionesDeD(const QString& roja,
-                                                             const QString& azul)
+    std::vector<CombinacionEsperada> CombinacionesDeD(const QString& roja,
+                                                      const QString& azul) const
     {
         const ValorEsperado rojo{"001002", roja};
         const ValorEsperado azulado{"001001"};
@@ -250,27 +289,23 @@ template <class V> struct CasaEntera : testing::Test {
                 {{azulado, grande, lana}, "2.25", "0"}, {{azulado, grande, lino}, "2.375", medio}};
     }
     /// Its three pictures are numbered from `primera`, its prices behind `n`.
-    static QStringList CambioDeD(const QStringList& quitadas, int primera, int n,
-                                 const QStringList& existencias)
+    QStringList CambioDeD(const QStringList& quitadas, int primera, int n,
+                          const QStringList& existencias) const
     {
-        return D.Cambio() + BorraImagenes(quitadas) + DeTienda::Foto(D, Numero(primera), 1) +
+        return D.Cambio() + BorraImagenes(quitadas) + de.Foto(D, Numero(primera), 1) +
                QStringList{"DELETE FROM ps_category_product where id_product=4", Enlace("3", "4")} +
-               DeTienda::BorraPrecios(D) + DeTienda::Tarifas(D, n) +
-               DeTienda::BorraCombinaciones(D) +
-               DeTienda::Combinaciones(D,
-                                       CombinacionesDeD(Numero(primera + 1), Numero(primera + 2))) +
+               de.BorraPrecios(D) + de.Tarifas(D, n) + de.BorraCombinaciones(D) +
+               de.Combinaciones(D, CombinacionesDeD(Numero(primera + 1), Numero(primera + 2))) +
                existencias + QStringList{"DELETE FROM ps_product_attachment WHERE id_product=4"};
     }
     /// With one value less than at first, and a picture for the first one alone.
-    static QStringList CambioDeB(const QStringList& quitadas, int primera, int n)
+    QStringList CambioDeB(const QStringList& quitadas, int primera, int n) const
     {
-        return B.Cambio() + BorraImagenes(quitadas) + DeTienda::Foto(B, Numero(primera), 1) +
+        return B.Cambio() + BorraImagenes(quitadas) + de.Foto(B, Numero(primera), 1) +
                QStringList{"DELETE FROM ps_category_product where id_product=2", Enlace("3", "2")} +
-               DeTienda::BorraPrecios(B) + DeTienda::TarifasYOferta(B, n) +
-               DeTienda::BorraCombinaciones(B) +
-               DeTienda::Combinaciones(
-                   B, {{{{"001002", Numero(primera + 1), true}}, "1.5", Peso("0.25")},
-                       {{{"001001"}}, "0", "0"}}) +
+               de.BorraPrecios(B) + de.TarifasYOferta(B, n) + de.BorraCombinaciones(B) +
+               de.Combinaciones(B, {{{{"001002", Numero(primera + 1), true}}, "1.5", Peso("0.25")},
+                                    {{{"001001"}}, "0", "0"}}) +
                ExistenciasDeB() +
                QStringList{Enlace("4", "2"),
                            "DELETE FROM ps_product_attachment WHERE id_product=2"};
@@ -302,13 +337,13 @@ template <class V> struct CasaEntera : testing::Test {
                    << "EJECUTANDO REMOTAMENTE Actualización de familias ...Fin";
     }
     /// A batch that has nothing in it.
-    static QStringList LogDeLoteVacio(const QString& titulo)
+    QStringList LogDeLoteVacio(const QString& titulo) const
     {
         return {"SUBIENDO FICHERO ", titulo,
-                "Error subiendo fichero " + empresa->Actual() + "\\sentencias.sql",
+                "Error subiendo fichero " + casa.Actual() + "\\sentencias.sql",
                 "ERROR SUBIENDO FICHERO sentencias.sql"};
     }
-    static QStringList LogSinFamilias()
+    QStringList LogSinFamilias() const
     {
         return QStringList{"ACTUALIZANDO CONTENIDO CARGADO EN SERVIDOR WEB..."} +
                LogDeLoteVacio("EJECUTANDO REMOTAMENTE Actualización de familias ...Fin");
@@ -319,20 +354,20 @@ template <class V> struct CasaEntera : testing::Test {
                QStringList{"SUBIENDO FICHERO sentencias.sql",
                            "EJECUTANDO REMOTAMENTE Actualización de artículos (...-3)"};
     }
-    static QStringList LogDeFotos(const QString& comienzo, const QStringList& subidas,
-                                  const QString& final)
+    QStringList LogDeFotos(const QString& comienzo, const QStringList& subidas,
+                           const QString& final) const
     {
         QStringList log{comienzo};
         for (const QString& subida : subidas)
-            log << "Subiendo imagen " + Ruta(subida);
+            log << "Subiendo imagen " + casa.Ruta(subida);
         return log << final;
     }
-    static QStringList LogDeFotosFamilias(const QStringList& subidas)
+    QStringList LogDeFotosFamilias(const QStringList& subidas) const
     {
         return LogDeFotos("SUBIENDO FOTOS FAMILIAS...", subidas,
                           "Dimensionando rango de familias subidas");
     }
-    static QStringList LogDeFotosArticulos(const QStringList& subidas)
+    QStringList LogDeFotosArticulos(const QStringList& subidas) const
     {
         return LogDeFotos("SUBIENDO FOTOS ARTICULOS...", subidas,
                           "Dimensionando rango de artículos subidos");
@@ -365,43 +400,13 @@ template <class V> struct CasaEntera : testing::Test {
             peticiones << "GET /" + pagina + " 200";
         return peticiones;
     }
-
-    static inline const OrigenDeValores valores{V::Gestion};
-    static inline const ProductoEsperado A{"1", "01A", "Art 01A", "art-01a", "7"};
-    static inline const ProductoEsperado B{"2", "01B", "Art 01B", "art-01b"};
-    static inline const ProductoEsperado C{"3", "01C", "Art 01C", "art-01c"};
-    static inline const ProductoEsperado D{"4", "01D", "Art 01D", "art-01d"};
-    static inline const ProductoEsperado E{"5", "01E", "Art 01E", "art-01e"};
-    static inline const ProductoEsperado G{"6", "01F", "Art 01F", "art-01f"};
-    static inline TiendaDePrueba* tienda = nullptr;
-    static inline std::unique_ptr<EmpresaReal> empresa{};
-    static inline ResultadoCorrida carga{}, cambios{}, soloArtic{}, sinStock{}, stock{};
-    static inline ResultadoCorrida articulos{}, familias{}, botonStock{}, vales{};
-    static inline Vista trasCarga{}, trasCambios{}, trasSinStock{}, trasStock{}, trasArticulos{},
-        alFinal{};
-    /// By run and article.
-    static inline std::map<QString, QMap<QString, QStringList>> viejas{};
 };
 
-class NombreDeVariante {
-  public:
-    template <class T> static std::string GetName(int i)
-    {
-        constexpr const char* nombres[] = {"1_5_6",         "1_6_0_14",         "1_6_1",
-                                           "1_5_6_Gestion", "1_6_0_14_Gestion", "1_6_1_Gestion"};
-        return nombres[i];
-    }
-};
-using Variantes = testing::Types<Variante<Tienda156, false>, Variante<Tienda160Con, false>,
-                                 Variante<Tienda161, false>, Variante<Tienda156, true>,
-                                 Variante<Tienda160Con, true>, Variante<Tienda161, true>>;
-TYPED_TEST_SUITE(CasaEntera, Variantes, NombreDeVariante);
-
-TYPED_TEST(CasaEntera, TodasLasCorridasTerminanYNingunaSentenciaFalla)
+TEST_P(CasaEntera, TodasLasCorridasTerminanYNingunaSentenciaFalla)
 {
     for (const ResultadoCorrida& corrida :
-         {this->carga, this->cambios, this->soloArtic, this->sinStock, this->stock, this->articulos,
-          this->familias, this->botonStock, this->vales}) {
+         {casa.carga, casa.cambios, casa.soloArtic, casa.sinStock, casa.stock, casa.articulos,
+          casa.familias, casa.botonStock, casa.vales}) {
         EXPECT_EQ(corrida.estado, 0);
         EXPECT_EQ(corrida.errores, "");
         EXPECT_EQ(EnLineas(corrida.log.filter("ERRORES")), "");
@@ -410,95 +415,87 @@ TYPED_TEST(CasaEntera, TodasLasCorridasTerminanYNingunaSentenciaFalla)
 
 // The first load.
 
-TYPED_TEST(CasaEntera, LaCargaEnviaLosMaestrosYLasFamiliasEnSusLotes)
+TEST_P(CasaEntera, LaCargaEnviaLosMaestrosYLasFamiliasEnSusLotes)
 {
-    ASSERT_EQ(this->carga.lotes.size(), 6);
-    EXPECT_EQ(EnLineas(this->carga.SentenciasDe(0)), EnLineas(SentenciasDeMarcas()));
-    EXPECT_EQ(EnLineas(this->carga.SentenciasDe(1)), EnLineas(SentenciasDeGrupos()));
-    EXPECT_EQ(EnLineas(this->carga.SentenciasDe(2)), EnLineas(SentenciasDeAtributos()));
-    EXPECT_EQ(EnLineas(this->carga.SentenciasDe(3)), EnLineas(SentenciasDeFamilias(false)));
+    ASSERT_EQ(casa.carga.lotes.size(), 6);
+    EXPECT_EQ(EnLineas(casa.carga.SentenciasDe(0)), EnLineas(SentenciasDeMarcas()));
+    EXPECT_EQ(EnLineas(casa.carga.SentenciasDe(1)), EnLineas(SentenciasDeGrupos()));
+    EXPECT_EQ(EnLineas(casa.carga.SentenciasDe(2)), EnLineas(SentenciasDeAtributos()));
+    EXPECT_EQ(EnLineas(casa.carga.SentenciasDe(3)), EnLineas(SentenciasDeFamilias(false)));
 }
 
-TYPED_TEST(CasaEntera, LaCargaInsertaLosArticulosConSusCombinaciones)
+TEST_P(CasaEntera, LaCargaInsertaLosArticulosConSusCombinaciones)
 {
-    using Casa = CasaEntera<TypeParam>;
-    using F = typename Casa::DeTienda;
-    const QStringList deA =
-        Casa::A.Alta() + QStringList{Etiqueta("1", "rojo"), Etiqueta("1", "azul")} +
-        F::Foto(Casa::A, "1", 1) + F::Foto(Casa::A, "2", 2) + QStringList{Enlace("3", "1")} +
-        F::Tarifas(Casa::A, 0) + Existencias("1", "7") + QStringList{Enlace("2", "1")};
-    const QStringList deB =
-        Casa::B.Alta() + F::Foto(Casa::B, "3", 1) + QStringList{Enlace("3", "2")} +
-        F::TarifasYOferta(Casa::B, 5) +
-        F::Combinaciones(Casa::B, {{{{"001002", "4", true}}, "1.5", Casa::Peso("0.25")},
-                                   {{{"001001", "4"}}, "0", "0"},
-                                   {{{"001003"}}, "2", "0"}}) +
-        Casa::ExistenciasDeB() + QStringList{Enlace("4", "2")};
-    const QStringList deC =
-        Casa::C.Alta() + QStringList{Enlace("3", "3")} + F::Tarifas(Casa::C, 14) +
-        F::Combinaciones(Casa::C, {{{{"001002"}, {"002002"}}, "1.5", "0"},
-                                   {{{"001002"}, {"002001"}}, "1", "0"},
-                                   {{{"001001"}, {"002002"}}, "2.5", "0"},
-                                   {{{"001001"}, {"002001"}}, "2", "0"}}) +
-        Existencias("3", "5") + Casa::LoteDe(Casa::C, "000002", {"001001", "002002"}, "3");
-    const QStringList deD = Casa::D.Alta() + F::Foto(Casa::D, "5", 1) +
-                            QStringList{Enlace("3", "4")} + F::Tarifas(Casa::D, 19) +
-                            F::Combinaciones(Casa::D, Casa::CombinacionesDeD("6", "7")) +
-                            Casa::ExistenciasDeD("4");
+    const QStringList deA = A.Alta() + QStringList{Etiqueta("1", "rojo"), Etiqueta("1", "azul")} +
+                            de.Foto(A, "1", 1) + de.Foto(A, "2", 2) +
+                            QStringList{Enlace("3", "1")} + de.Tarifas(A, 0) +
+                            Existencias("1", "7") + QStringList{Enlace("2", "1")};
+    const QStringList deB = B.Alta() + de.Foto(B, "3", 1) + QStringList{Enlace("3", "2")} +
+                            de.TarifasYOferta(B, 5) +
+                            de.Combinaciones(B, {{{{"001002", "4", true}}, "1.5", Peso("0.25")},
+                                                 {{{"001001", "4"}}, "0", "0"},
+                                                 {{{"001003"}}, "2", "0"}}) +
+                            ExistenciasDeB() + QStringList{Enlace("4", "2")};
+    const QStringList deC = C.Alta() + QStringList{Enlace("3", "3")} + de.Tarifas(C, 14) +
+                            de.Combinaciones(C, {{{{"001002"}, {"002002"}}, "1.5", "0"},
+                                                 {{{"001002"}, {"002001"}}, "1", "0"},
+                                                 {{{"001001"}, {"002002"}}, "2.5", "0"},
+                                                 {{{"001001"}, {"002001"}}, "2", "0"}}) +
+                            Existencias("3", "5") + LoteDe(C, "000002", {"001001", "002002"}, "3");
+    const QStringList deD = D.Alta() + de.Foto(D, "5", 1) + QStringList{Enlace("3", "4")} +
+                            de.Tarifas(D, 19) + de.Combinaciones(D, CombinacionesDeD("6", "7")) +
+                            ExistenciasDeD("4");
 
-    EXPECT_EQ(EnLineas(this->carga.SentenciasDe(4)), EnLineas(deA + deB + deC + deD));
+    EXPECT_EQ(EnLineas(casa.carga.SentenciasDe(4)), EnLineas(deA + deB + deC + deD));
 }
 
-TYPED_TEST(CasaEntera, LaCargaPublicaUnaVezElDocumentoDeDosArticulos)
+TEST_P(CasaEntera, LaCargaPublicaUnaVezElDocumentoDeDosArticulos)
 {
     // clang-format off
-    EXPECT_EQ(EnLineas(this->carga.SentenciasDe(5)),
-              EnLineas({"INSERT INTO ps_attachment (id_attachment,file,file_name,file_size,mime)  VALUES (1,'ficha.pdf','ficha.pdf',5,'" + this->Ruta("ficha.pdf") + "')",
+    EXPECT_EQ(EnLineas(casa.carga.SentenciasDe(5)),
+              EnLineas({"INSERT INTO ps_attachment (id_attachment,file,file_name,file_size,mime)  VALUES (1,'ficha.pdf','ficha.pdf',5,'" + casa.Ruta("ficha.pdf") + "')",
                         "INSERT INTO ps_attachment_lang (id_attachment,id_lang,name,description)  VALUES (1,1,'ficha.pdf','Ficha')",
                         "INSERT INTO ps_product_attachment (id_attachment,id_product) VALUES (1,1)",
                         "INSERT INTO ps_product_attachment (id_attachment,id_product) VALUES (1,3)",
-                        "INSERT INTO ps_attachment (id_attachment,file,file_name,file_size,mime)  VALUES (2,'otra.pdf','otra.pdf',4,'" + this->Ruta("otra.pdf") + "')",
+                        "INSERT INTO ps_attachment (id_attachment,file,file_name,file_size,mime)  VALUES (2,'otra.pdf','otra.pdf',4,'" + casa.Ruta("otra.pdf") + "')",
                         "INSERT INTO ps_attachment_lang (id_attachment,id_lang,name,description)  VALUES (2,1,'otra.pdf','Otra')",
                         "INSERT INTO ps_product_attachment (id_attachment,id_product) VALUES (2,3)"}));
     // clang-format on
 }
 
-TYPED_TEST(CasaEntera, LaCargaSeCuentaEnElRegistro)
+TEST_P(CasaEntera, LaCargaSeCuentaEnElRegistro)
 {
-    using Casa = CasaEntera<TypeParam>;
-    EXPECT_EQ(EnLineas(this->carga.log),
-              EnLineas(CabeceraDelLog() + Casa::LogDeMarcas() +
-                       QStringList{"Comprobando articulos que ya no estan..."} +
-                       Casa::LogDeMaestros() + Casa::LogDeFamilias({"01", "0101"}) +
-                       Casa::LogDeArticulos(
-                           {"Añadiendo artículo 01A / ALT01A", "Añadiendo artículo 01B / ALT01B",
+    EXPECT_EQ(
+        EnLineas(casa.carga.log),
+        EnLineas(
+            CabeceraDelLog() + LogDeMarcas() +
+            QStringList{"Comprobando articulos que ya no estan..."} + LogDeMaestros() +
+            LogDeFamilias({"01", "0101"}) +
+            LogDeArticulos({"Añadiendo artículo 01A / ALT01A", "Añadiendo artículo 01B / ALT01B",
                             "Añadiendo artículo 01C / ALT01C", "Añadiendo artículo 01D / ALT01D"}) +
-                       Casa::LogDeCierre() +
-                       Casa::LogDeFotosFamilias({"rojo.jpg -> 3.jpg", "azul.jpg -> 4.jpg"}) +
-                       QStringList{"BORRANDO CACHÉ DE PRESTASHOP", "SUBIENDO FICHEROS ADJUNTOS...",
-                                   "Subiendo adjunto " + this->Ruta("ficha.pdf"),
-                                   "Subiendo adjunto " + this->Ruta("otra.pdf"),
-                                   "SUBIENDO FICHERO sentencias.sql",
-                                   "EJECUTANDO REMOTAMENTE actualización de adjuntos"} +
-                       Casa::LogDeFotosArticulos({"rojo.jpg -> 1.jpg", "azul.jpg -> 2.jpg",
-                                                  "rojo.jpg -> 3.jpg", "azul.jpg -> 4.jpg",
-                                                  "azul.jpg -> 5.jpg", "rojo.jpg -> 6.jpg",
-                                                  "azul.jpg -> 7.jpg"}) +
-                       FinDelLog()));
+            LogDeCierre() + LogDeFotosFamilias({"rojo.jpg -> 3.jpg", "azul.jpg -> 4.jpg"}) +
+            QStringList{"BORRANDO CACHÉ DE PRESTASHOP", "SUBIENDO FICHEROS ADJUNTOS...",
+                        "Subiendo adjunto " + casa.Ruta("ficha.pdf"),
+                        "Subiendo adjunto " + casa.Ruta("otra.pdf"),
+                        "SUBIENDO FICHERO sentencias.sql",
+                        "EJECUTANDO REMOTAMENTE actualización de adjuntos"} +
+            LogDeFotosArticulos({"rojo.jpg -> 1.jpg", "azul.jpg -> 2.jpg", "rojo.jpg -> 3.jpg",
+                                 "azul.jpg -> 4.jpg", "azul.jpg -> 5.jpg", "rojo.jpg -> 6.jpg",
+                                 "azul.jpg -> 7.jpg"}) +
+            FinDelLog()));
 }
 
-TYPED_TEST(CasaEntera, LaCargaSigueElOrdenDeLaConversacion)
+TEST_P(CasaEntera, LaCargaSigueElOrdenDeLaConversacion)
 {
-    using Casa = CasaEntera<TypeParam>;
     QStringList pasos = PasosDeCabecera();
     for (int lote = 0; lote < 4; ++lote) // makers, groups, attributes, families
         pasos += PasosDeLote();
-    pasos += Casa::PasosDeArticulos() + Casa::PasosDeFotos({"3", "4"}, "imgfam.txt") +
-             QStringList{"sesion"} + Casa::PasosDe("ficha.pdf") + Casa::PasosDe("otra.pdf") +
-             PasosDeLote() + Casa::PasosDeFotos(Numeros(1, 7), "imgart.txt");
-    EXPECT_EQ(EnLineas(PasosFtp(this->carga.ftp)), EnLineas(pasos));
-    EXPECT_EQ(EnLineas(this->carga.http),
-              EnLineas(Casa::Peticiones(
+    pasos += PasosDeArticulos() + PasosDeFotos({"3", "4"}, "imgfam.txt") + QStringList{"sesion"} +
+             PasosDe("ficha.pdf") + PasosDe("otra.pdf") + PasosDeLote() +
+             PasosDeFotos(Numeros(1, 7), "imgart.txt");
+    EXPECT_EQ(EnLineas(PasosFtp(casa.carga.ftp)), EnLineas(pasos));
+    EXPECT_EQ(EnLineas(casa.carga.http),
+              EnLineas(Peticiones(
                   {"borracache.php", "ejecuta.php", "ejecuta.php", "ejecuta.php", "ejecuta.php",
                    "ejecuta.php", "creapath.php", "borraimg.php?sufijofoto=_default",
                    "dimensiona.php?fichero=imgfam.txt&sufijofoto=_default", "borracache.php",
@@ -506,49 +503,49 @@ TYPED_TEST(CasaEntera, LaCargaSigueElOrdenDeLaConversacion)
                    "borracache.php"})));
 }
 
-TYPED_TEST(CasaEntera, LaCargaMandaSusListas)
+TEST_P(CasaEntera, LaCargaMandaSusListas)
 {
-    EXPECT_EQ(this->carga.Lineas("creapath.txt"),
+    EXPECT_EQ(casa.carga.Lineas("creapath.txt"),
               (QStringList{"1;", "2;", "3;", "4;", "5;", "6;", "7;"}));
-    EXPECT_EQ(EnLineas(this->carga.Lineas("imgborra.txt")), EnLineas(LineasDeFamilias({"3", "4"})));
-    EXPECT_EQ(this->carga.Lineas("imgfam.txt"), (QStringList{"img/c/3.jpg;", "img/c/4.jpg;"}));
-    EXPECT_EQ(EnLineas(this->carga.Lineas("imgart.txt")), EnLineas(LineasDeSubidas(Numeros(1, 7))));
+    EXPECT_EQ(EnLineas(casa.carga.Lineas("imgborra.txt")), EnLineas(LineasDeFamilias({"3", "4"})));
+    EXPECT_EQ(casa.carga.Lineas("imgfam.txt"), (QStringList{"img/c/3.jpg;", "img/c/4.jpg;"}));
+    EXPECT_EQ(EnLineas(casa.carga.Lineas("imgart.txt")), EnLineas(LineasDeSubidas(Numeros(1, 7))));
 }
 
-TYPED_TEST(CasaEntera, TrasLaCargaLaTiendaTieneLosArticulosConSusDatos)
+TEST_P(CasaEntera, TrasLaCargaLaTiendaTieneLosArticulosConSusDatos)
 {
-    EXPECT_EQ(this->trasCarga.filas["producto"], (Filas{{"1", "01A", "3", "7"},
-                                                        {"2", "01B", "3", "NULL"},
-                                                        {"3", "01C", "3", "NULL"},
-                                                        {"4", "01D", "3", "NULL"}}));
-    EXPECT_EQ(this->trasCarga.filas["enlace"],
+    EXPECT_EQ(casa.trasCarga.De("producto"), (Filas{{"1", "01A", "3", "7"},
+                                                    {"2", "01B", "3", "NULL"},
+                                                    {"3", "01C", "3", "NULL"},
+                                                    {"4", "01D", "3", "NULL"}}));
+    EXPECT_EQ(casa.trasCarga.De("enlace"),
               (Filas{{"1", "2"}, {"1", "3"}, {"2", "3"}, {"2", "4"}, {"3", "3"}, {"4", "3"}}));
-    EXPECT_EQ(this->trasCarga.filas["etiqueta"], (Filas{{"1", "rojo"}, {"1", "azul"}}));
-    EXPECT_EQ(this->trasCarga.filas["precio"], (Filas{{"1", "5", "1", "5"},
-                                                      {"2", "9", "6", "14"},
-                                                      {"3", "5", "15", "19"},
-                                                      {"4", "5", "20", "24"}}));
-    EXPECT_EQ(this->trasCarga.filas["adjunto"],
+    EXPECT_EQ(casa.trasCarga.De("etiqueta"), (Filas{{"1", "rojo"}, {"1", "azul"}}));
+    EXPECT_EQ(casa.trasCarga.De("precio"), (Filas{{"1", "5", "1", "5"},
+                                                  {"2", "9", "6", "14"},
+                                                  {"3", "5", "15", "19"},
+                                                  {"4", "5", "20", "24"}}));
+    EXPECT_EQ(casa.trasCarga.De("adjunto"),
               (Filas{{"1", "ficha.pdf", "1"}, {"1", "ficha.pdf", "3"}, {"2", "otra.pdf", "3"}}));
-    EXPECT_EQ(this->trasCarga.filas["marca"], (Filas{{"7", "Casa Uno"}}));
-    EXPECT_EQ(this->trasCarga.filas["familia"], (Filas{{"1", "0", "1", "8", "0", "NULL"},
-                                                       {"2", "1", "2", "7", "1", "NULL"},
-                                                       {"3", "2", "3", "6", "2", "01"},
-                                                       {"4", "3", "4", "5", "3", "0101"}}));
+    EXPECT_EQ(casa.trasCarga.De("marca"), (Filas{{"7", "Casa Uno"}}));
+    EXPECT_EQ(casa.trasCarga.De("familia"), (Filas{{"1", "0", "1", "8", "0", "NULL"},
+                                                   {"2", "1", "2", "7", "1", "NULL"},
+                                                   {"3", "2", "3", "6", "2", "01"},
+                                                   {"4", "3", "4", "5", "3", "0101"}}));
 }
 
 // The product's id and the ordinal in five digits, however many zeros the literal has.
-TYPED_TEST(CasaEntera, LaTiendaFormaLosNumerosDeLasCombinaciones)
+TEST_P(CasaEntera, LaTiendaFormaLosNumerosDeLasCombinaciones)
 {
-    const QString ninguno = TypeParam::Tienda::PorDefecto();
-    const QString cuarto = this->Peso("0.25") + (TypeParam::Gestion ? ".000000" : "0000");
-    const QString medio = this->Peso("0.5") + (TypeParam::Gestion ? ".000000" : "00000");
+    const QString ninguno = casa.formas.porDefecto;
+    const QString cuarto = Peso("0.25") + (casa.valores.gestion ? ".000000" : "0000");
+    const QString medio = Peso("0.5") + (casa.valores.gestion ? ".000000" : "00000");
     const auto fila = [](const QString& id, const QString& nombres, const QString& precio,
                          const QString& peso, const QString& defecto) {
         return QStringList{id.left(1), id, nombres, precio, precio, peso, defecto};
     };
     const QString nada = "0.000000";
-    EXPECT_EQ(this->trasCarga.filas["combinacion"],
+    EXPECT_EQ(casa.trasCarga.De("combinacion"),
               (Filas{fila("200001", "Rojo", "1.500000", cuarto, "1"),
                      fila("200002", "Azul", "0.000000", nada, ninguno),
                      fila("200003", "Verde", "2.000000", nada, ninguno),
@@ -567,170 +564,161 @@ TYPED_TEST(CasaEntera, LaTiendaFormaLosNumerosDeLasCombinaciones)
 }
 
 // In two values of one article once; that of the article itself counts for itself.
-TYPED_TEST(CasaEntera, LaFotoDeVariosValoresDeUnArticuloEsUnaSolaImagen)
+TEST_P(CasaEntera, LaFotoDeVariosValoresDeUnArticuloEsUnaSolaImagen)
 {
-    const bool nuevo = TypeParam::Tienda::PorDefecto() == "NULL";
+    const bool nuevo = casa.formas.porDefecto == "NULL";
     const auto tapa = [nuevo](const QString& antigua) { return nuevo ? QString("NULL") : antigua; };
-    EXPECT_EQ(this->trasCarga.filas["imagen"], (Filas{{"1", "1", "1", "1"},
-                                                      {"2", "1", "2", tapa("2")},
-                                                      {"3", "2", "1", "1"},
-                                                      {"4", "2", "11", tapa("1")},
-                                                      {"5", "4", "1", "1"},
-                                                      {"6", "4", "11", tapa("1")},
-                                                      {"7", "4", "11", tapa("3")}}));
-    EXPECT_EQ(this->trasCarga.filas["imagenDeCombinacion"], (Filas{{"200001", "4"},
-                                                                   {"200002", "4"},
-                                                                   {"400001", "6"},
-                                                                   {"400002", "6"},
-                                                                   {"400002", "7"},
-                                                                   {"400003", "6"},
-                                                                   {"400004", "6"},
-                                                                   {"400004", "7"},
-                                                                   {"400006", "7"},
-                                                                   {"400008", "7"}}));
+    EXPECT_EQ(casa.trasCarga.De("imagen"), (Filas{{"1", "1", "1", "1"},
+                                                  {"2", "1", "2", tapa("2")},
+                                                  {"3", "2", "1", "1"},
+                                                  {"4", "2", "11", tapa("1")},
+                                                  {"5", "4", "1", "1"},
+                                                  {"6", "4", "11", tapa("1")},
+                                                  {"7", "4", "11", tapa("3")}}));
+    EXPECT_EQ(casa.trasCarga.De("imagenDeCombinacion"), (Filas{{"200001", "4"},
+                                                               {"200002", "4"},
+                                                               {"400001", "6"},
+                                                               {"400002", "6"},
+                                                               {"400002", "7"},
+                                                               {"400003", "6"},
+                                                               {"400004", "6"},
+                                                               {"400004", "7"},
+                                                               {"400006", "7"},
+                                                               {"400008", "7"}}));
 }
 
-TYPED_TEST(CasaEntera, LasExistenciasSonLasDelArticuloYConLaGestionLasDeSusCombinaciones)
+TEST_P(CasaEntera, LasExistenciasSonLasDelArticuloYConLaGestionLasDeSusCombinaciones)
 {
     Filas esperadas{{"1000000", "1", "0", "7"}, {"2000000", "2", "0", "6"}};
-    if (TypeParam::Gestion)
+    if (casa.valores.gestion)
         esperadas.push_back({"2000001", "2", "200001", "2"});
     esperadas.push_back({"3000000", "3", "0", "5"});
-    if (TypeParam::Gestion)
+    if (casa.valores.gestion)
         esperadas.push_back({"3000002", "3", "300003", "3"});
     esperadas.push_back({"4000000", "4", "0", "4"});
-    if (TypeParam::Gestion)
+    if (casa.valores.gestion)
         esperadas.push_back({"4000003", "4", "400002", "1"});
 
-    EXPECT_EQ(this->trasCarga.filas["existencia"], esperadas);
+    EXPECT_EQ(casa.trasCarga.De("existencia"), esperadas);
 }
 
-TYPED_TEST(CasaEntera, TrasLaCargaLasFotosEstanEnTodosSusTamanos)
+TEST_P(CasaEntera, TrasLaCargaLasFotosEstanEnTodosSusTamanos)
 {
-    EXPECT_EQ(EnLineas(this->trasCarga.fotos),
-              EnLineas(this->FotosEnSusTamanos({"3", "4"}, Numeros(1, 7))));
+    EXPECT_EQ(EnLineas(casa.trasCarga.fotos.keys()),
+              EnLineas(FotosEnSusTamanos({"3", "4"}, Numeros(1, 7))));
 }
 
 // A second run of everything, after changes.
 
-TYPED_TEST(CasaEntera, LosCambiosRetiranElArticuloQueYaNoSePublica)
+TEST_P(CasaEntera, LosCambiosRetiranElArticuloQueYaNoSePublica)
 {
-    using F = typename CasaEntera<TypeParam>::DeTienda;
-    ASSERT_EQ(this->cambios.lotes.size(), 7);
-    EXPECT_EQ(EnLineas(this->cambios.SentenciasDe(1)), EnLineas(F::Retirada("3", {})));
+    ASSERT_EQ(casa.cambios.lotes.size(), 7);
+    EXPECT_EQ(EnLineas(casa.cambios.SentenciasDe(1)), EnLineas(de.Retirada("3", {})));
 }
 
-TYPED_TEST(CasaEntera, LosCambiosVuelvenAEnviarLosMaestrosYLasFamilias)
+TEST_P(CasaEntera, LosCambiosVuelvenAEnviarLosMaestrosYLasFamilias)
 {
-    EXPECT_EQ(EnLineas(this->cambios.SentenciasDe(0)), EnLineas(SentenciasDeMarcas()));
-    EXPECT_EQ(EnLineas(this->cambios.SentenciasDe(2)), EnLineas(SentenciasDeGrupos()));
-    EXPECT_EQ(EnLineas(this->cambios.SentenciasDe(3)), EnLineas(SentenciasDeAtributos()));
-    EXPECT_EQ(EnLineas(this->cambios.SentenciasDe(4)), EnLineas(SentenciasDeFamilias(true)));
+    EXPECT_EQ(EnLineas(casa.cambios.SentenciasDe(0)), EnLineas(SentenciasDeMarcas()));
+    EXPECT_EQ(EnLineas(casa.cambios.SentenciasDe(2)), EnLineas(SentenciasDeGrupos()));
+    EXPECT_EQ(EnLineas(casa.cambios.SentenciasDe(3)), EnLineas(SentenciasDeAtributos()));
+    EXPECT_EQ(EnLineas(casa.cambios.SentenciasDe(4)), EnLineas(SentenciasDeFamilias(true)));
 }
 
 // What has not changed since is passed by; the numbers go on from the highest in the shop.
-TYPED_TEST(CasaEntera, LosCambiosEscribenLoCambiadoYLoNuevo)
+TEST_P(CasaEntera, LosCambiosEscribenLoCambiadoYLoNuevo)
 {
-    using Casa = CasaEntera<TypeParam>;
-    using F = typename Casa::DeTienda;
     const ProductoEsperado nuevoA{"1", "01A", "Nuevo A", "nuevo-a", "7"};
     const QStringList deA =
         nuevoA.Cambio() + QStringList{Etiqueta("1", "rojo"), Etiqueta("1", "azul")} +
-        BorraImagenes(Casa::Viejas("cambios", "01A", {"1", "2"})) + F::Foto(nuevoA, "8", 1) +
+        BorraImagenes(Viejas("cambios", "01A", {"1", "2"})) + de.Foto(nuevoA, "8", 1) +
         QStringList{"DELETE FROM ps_category_product where id_product=1", Enlace("3", "1")} +
-        F::BorraPrecios(nuevoA) + F::Tarifas(nuevoA, 24) + F::BorraCombinaciones(nuevoA) +
+        de.BorraPrecios(nuevoA) + de.Tarifas(nuevoA, 24) + de.BorraCombinaciones(nuevoA) +
         Existencias("1", "8") +
         QStringList{Enlace("2", "1"), "DELETE FROM ps_product_attachment WHERE id_product=1"};
-    const QStringList deE = Casa::E.Alta() + F::Foto(Casa::E, "11", 1) +
-                            QStringList{Enlace("3", "5")} + F::Tarifas(Casa::E, 38) +
-                            F::Combinaciones(Casa::E, {{{{"001003"}}, "2", "0"}}) +
+    const QStringList deE = E.Alta() + de.Foto(E, "11", 1) + QStringList{Enlace("3", "5")} +
+                            de.Tarifas(E, 38) + de.Combinaciones(E, {{{{"001003"}}, "2", "0"}}) +
                             Existencias("5", "0");
 
-    EXPECT_EQ(
-        EnLineas(this->cambios.SentenciasDe(5)),
-        EnLineas(deA + Casa::CambioDeB(Casa::Viejas("cambios", "01B", {"3", "4"}), 9, 29) + deE));
+    EXPECT_EQ(EnLineas(casa.cambios.SentenciasDe(5)),
+              EnLineas(deA + CambioDeB(Viejas("cambios", "01B", {"3", "4"}), 9, 29) + deE));
 }
 
-TYPED_TEST(CasaEntera, LosCambiosEscribenDeNuevoElDocumentoConSuNumero)
+TEST_P(CasaEntera, LosCambiosEscribenDeNuevoElDocumentoConSuNumero)
 {
     // clang-format off
-    EXPECT_EQ(EnLineas(this->cambios.SentenciasDe(6)),
+    EXPECT_EQ(EnLineas(casa.cambios.SentenciasDe(6)),
               EnLineas({"DELETE FROM ps_attachment WHERE id_attachment=1",
                         "DELETE FROM ps_attachment_lang WHERE id_attachment=1",
-                        "INSERT INTO ps_attachment (id_attachment,file,file_name,file_size,mime)  VALUES (1,'ficha.pdf','ficha.pdf',5,'" + this->Ruta("ficha.pdf") + "')",
+                        "INSERT INTO ps_attachment (id_attachment,file,file_name,file_size,mime)  VALUES (1,'ficha.pdf','ficha.pdf',5,'" + casa.Ruta("ficha.pdf") + "')",
                         "INSERT INTO ps_attachment_lang (id_attachment,id_lang,name,description)  VALUES (1,1,'ficha.pdf','Ficha')",
                         "INSERT INTO ps_product_attachment (id_attachment,id_product) VALUES (1,1)"}));
     // clang-format on
 }
 
-TYPED_TEST(CasaEntera, LosCambiosSeCuentanEnElRegistro)
+TEST_P(CasaEntera, LosCambiosSeCuentanEnElRegistro)
 {
-    using Casa = CasaEntera<TypeParam>;
     EXPECT_EQ(
-        EnLineas(this->cambios.log),
-        EnLineas(CabeceraDelLog() + Casa::LogDeMarcas() +
+        EnLineas(casa.cambios.log),
+        EnLineas(CabeceraDelLog() + LogDeMarcas() +
                  QStringList{"Comprobando articulos que ya no estan...",
                              "Borrando Artículo 3 / ALT01C", "SUBIENDO FICHERO sentencias.sql",
                              "EJECUTANDO REMOTAMENTE Borrando artículos (...4)"} +
-                 Casa::LogDeMaestros() + Casa::LogDeFamilias({"01", "0101", "02"}) +
-                 Casa::LogDeArticulos({"Actualizando articulo 01A / ALT01A",
-                                       "Actualizando articulo 01B / ALT01B",
-                                       "Añadiendo artículo 01E / ALT01E"}) +
-                 Casa::LogDeCierre() + Casa::LogDeFotosFamilias({"verde.jpg -> 3.jpg"}) +
+                 LogDeMaestros() + LogDeFamilias({"01", "0101", "02"}) +
+                 LogDeArticulos({"Actualizando articulo 01A / ALT01A",
+                                 "Actualizando articulo 01B / ALT01B",
+                                 "Añadiendo artículo 01E / ALT01E"}) +
+                 LogDeCierre() + LogDeFotosFamilias({"verde.jpg -> 3.jpg"}) +
                  QStringList{"BORRANDO CACHÉ DE PRESTASHOP", "SUBIENDO FICHEROS ADJUNTOS...",
-                             "Subiendo adjunto " + this->Ruta("ficha.pdf"),
+                             "Subiendo adjunto " + casa.Ruta("ficha.pdf"),
                              "SUBIENDO FICHERO sentencias.sql",
                              "EJECUTANDO REMOTAMENTE actualización de adjuntos"} +
-                 Casa::LogDeFotosArticulos({"verde.jpg -> 8.jpg", "rojo.jpg -> 9.jpg",
-                                            "verde.jpg -> 10.jpg", "rojo.jpg -> 11.jpg"}) +
+                 LogDeFotosArticulos({"verde.jpg -> 8.jpg", "rojo.jpg -> 9.jpg",
+                                      "verde.jpg -> 10.jpg", "rojo.jpg -> 11.jpg"}) +
                  FinDelLog()));
 }
 
-TYPED_TEST(CasaEntera, LosCambiosSiguenElOrdenDeLaConversacion)
+TEST_P(CasaEntera, LosCambiosSiguenElOrdenDeLaConversacion)
 {
-    using Casa = CasaEntera<TypeParam>;
     QStringList pasos = PasosDeCabecera();
     for (int lote = 0; lote < 5; ++lote) // makers, withdrawn, groups, attributes, families
         pasos += PasosDeLote();
-    pasos += Casa::PasosDeArticulos() + Casa::PasosDeFotos({"3"}, "imgfam.txt") +
-             QStringList{"sesion"} + Casa::PasosDe("ficha.pdf") + PasosDeLote() +
-             Casa::PasosDeFotos(Numeros(8, 11), "imgart.txt");
-    EXPECT_EQ(EnLineas(PasosFtp(this->cambios.ftp)), EnLineas(pasos));
+    pasos += PasosDeArticulos() + PasosDeFotos({"3"}, "imgfam.txt") + QStringList{"sesion"} +
+             PasosDe("ficha.pdf") + PasosDeLote() + PasosDeFotos(Numeros(8, 11), "imgart.txt");
+    EXPECT_EQ(EnLineas(PasosFtp(casa.cambios.ftp)), EnLineas(pasos));
 }
 
-TYPED_TEST(CasaEntera, LosCambiosMandanSusListas)
+TEST_P(CasaEntera, LosCambiosMandanSusListas)
 {
-    using Casa = CasaEntera<TypeParam>;
-    EXPECT_EQ(this->cambios.Lineas("creapath.txt"), (QStringList{"8;", "9;", "1/0;", "1/1;"}));
-    EXPECT_EQ(EnLineas(this->cambios.Lineas("imgborra.txt")),
+    EXPECT_EQ(casa.cambios.Lineas("creapath.txt"), (QStringList{"8;", "9;", "1/0;", "1/1;"}));
+    EXPECT_EQ(EnLineas(casa.cambios.Lineas("imgborra.txt")),
               EnLineas(QStringList{"img/p/.jpg;", "img/p//.jpg;", "img/p//-*.jpg;"} +
                        LineasDeFamilias({"3", "4", "5"}) +
-                       LineasDeBorrado(Casa::Viejas("cambios", "01A", {"1", "2"}) +
-                                       Casa::Viejas("cambios", "01B", {"3", "4"}))));
-    EXPECT_EQ(this->cambios.Lineas("imgfam.txt"), QStringList{"img/c/3.jpg;"});
-    EXPECT_EQ(EnLineas(this->cambios.Lineas("imgart.txt")),
+                       LineasDeBorrado(Viejas("cambios", "01A", {"1", "2"}) +
+                                       Viejas("cambios", "01B", {"3", "4"}))));
+    EXPECT_EQ(casa.cambios.Lineas("imgfam.txt"), QStringList{"img/c/3.jpg;"});
+    EXPECT_EQ(EnLineas(casa.cambios.Lineas("imgart.txt")),
               EnLineas(LineasDeSubidas(Numeros(8, 11))));
 }
 
 // The links of the withdrawn article's documents stay.
-TYPED_TEST(CasaEntera, TrasLosCambiosLaTiendaTieneLoNuevoYLoQueNoHaCambiado)
+TEST_P(CasaEntera, TrasLosCambiosLaTiendaTieneLoNuevoYLoQueNoHaCambiado)
 {
-    EXPECT_EQ(this->trasCambios.filas["producto"], (Filas{{"1", "01A", "3", "7"},
-                                                          {"2", "01B", "3", "NULL"},
-                                                          {"4", "01D", "3", "NULL"},
-                                                          {"5", "01E", "3", "NULL"}}));
-    EXPECT_EQ(this->trasCambios.filas["texto"], (Filas{{"1", "Nuevo A", "nuevo-a", "Notas 01A"},
-                                                       {"2", "Art 01B", "art-01b", "Notas 01B"},
-                                                       {"4", "Art 01D", "art-01d", "Notas 01D "},
-                                                       {"5", "Art 01E", "art-01e", "Notas 01E "}}));
-    EXPECT_EQ(this->trasCambios.filas["precio"], (Filas{{"1", "5", "25", "29"},
-                                                        {"2", "9", "30", "38"},
-                                                        {"4", "5", "20", "24"},
-                                                        {"5", "5", "39", "43"}}));
-    EXPECT_EQ(this->trasCambios.filas["adjunto"],
+    EXPECT_EQ(casa.trasCambios.De("producto"), (Filas{{"1", "01A", "3", "7"},
+                                                      {"2", "01B", "3", "NULL"},
+                                                      {"4", "01D", "3", "NULL"},
+                                                      {"5", "01E", "3", "NULL"}}));
+    EXPECT_EQ(casa.trasCambios.De("texto"), (Filas{{"1", "Nuevo A", "nuevo-a", "Notas 01A"},
+                                                   {"2", "Art 01B", "art-01b", "Notas 01B"},
+                                                   {"4", "Art 01D", "art-01d", "Notas 01D "},
+                                                   {"5", "Art 01E", "art-01e", "Notas 01E "}}));
+    EXPECT_EQ(casa.trasCambios.De("precio"), (Filas{{"1", "5", "25", "29"},
+                                                    {"2", "9", "30", "38"},
+                                                    {"4", "5", "20", "24"},
+                                                    {"5", "5", "39", "43"}}));
+    EXPECT_EQ(casa.trasCambios.De("adjunto"),
               (Filas{{"1", "ficha.pdf", "1"}, {"1", "ficha.pdf", "3"}, {"2", "otra.pdf", "3"}}));
     QStringList combinaciones;
-    for (const QStringList& fila : this->trasCambios.filas["combinacion"])
+    for (const QStringList& fila : casa.trasCambios.De("combinacion"))
         combinaciones << fila[1] + " " + fila[2];
     EXPECT_EQ(
         EnLineas(combinaciones),
@@ -738,151 +726,139 @@ TYPED_TEST(CasaEntera, TrasLosCambiosLaTiendaTieneLoNuevoYLoQueNoHaCambiado)
                   "400003 Rojo,Grande,Lana", "400004 Rojo,Grande,Lino", "400005 Azul,Chico,Lana",
                   "400006 Azul,Chico,Lino", "400007 Azul,Grande,Lana", "400008 Azul,Grande,Lino",
                   "500001 Verde"}));
-    EXPECT_EQ(this->trasCambios.filas["familia"], (Filas{{"1", "0", "1", "10", "0", "NULL"},
-                                                         {"2", "1", "2", "9", "1", "NULL"},
-                                                         {"3", "2", "3", "6", "2", "01"},
-                                                         {"4", "3", "4", "5", "3", "0101"},
-                                                         {"5", "2", "7", "8", "2", "02"}}));
+    EXPECT_EQ(casa.trasCambios.De("familia"), (Filas{{"1", "0", "1", "10", "0", "NULL"},
+                                                     {"2", "1", "2", "9", "1", "NULL"},
+                                                     {"3", "2", "3", "6", "2", "01"},
+                                                     {"4", "3", "4", "5", "3", "0101"},
+                                                     {"5", "2", "7", "8", "2", "02"}}));
 }
 
-TYPED_TEST(CasaEntera, TrasLosCambiosLasFotosViejasSeHanIdoYLasNuevasEstanEnTodosSusTamanos)
+TEST_P(CasaEntera, TrasLosCambiosLasFotosViejasSeHanIdoYLasNuevasEstanEnTodosSusTamanos)
 {
-    EXPECT_EQ(EnLineas(this->trasCambios.fotos),
-              EnLineas(this->FotosEnSusTamanos({"3"}, Numeros(5, 11))));
+    EXPECT_EQ(EnLineas(casa.trasCambios.fotos.keys()),
+              EnLineas(FotosEnSusTamanos({"3"}, Numeros(5, 11))));
     // The family keeps its number, so its new picture takes the old one's place.
-    for (const QString& fichero : this->FotosEnSusTamanos({"3"}, {"8"}))
-        EXPECT_TRUE(this->EsVerde(fichero)) << fichero.toStdString();
+    for (const QString& fichero : FotosEnSusTamanos({"3"}, {"8"}))
+        EXPECT_TRUE(EsVerde(casa.trasCambios.fotos[fichero])) << fichero.toStdString();
 }
 
 // The modes that leave the families.
 
-TYPED_TEST(CasaEntera, SoloArticEnviaLosMaestrosYElArticuloCambiado)
+TEST_P(CasaEntera, SoloArticEnviaLosMaestrosYElArticuloCambiado)
 {
-    using Casa = CasaEntera<TypeParam>;
-    ASSERT_EQ(this->soloArtic.lotes.size(), 6);
-    EXPECT_EQ(EnLineas(this->soloArtic.SentenciasDe(0)), EnLineas(SentenciasDeMarcas()));
-    EXPECT_EQ(EnLineas(this->soloArtic.SentenciasDe(1)), EnLineas(SentenciasDeGrupos()));
-    EXPECT_EQ(EnLineas(this->soloArtic.SentenciasDe(2)), EnLineas(SentenciasDeAtributos()));
-    EXPECT_EQ(this->soloArtic.lotes.value(3), "");
-    EXPECT_EQ(EnLineas(this->soloArtic.SentenciasDe(4)),
-              EnLineas(Casa::CambioDeD(Casa::Viejas("soloArtic", "01D", {"5", "6", "7"}), 12, 43,
-                                       Casa::ExistenciasDeD("9"))));
-    EXPECT_EQ(this->soloArtic.lotes.value(5), "");
+    ASSERT_EQ(casa.soloArtic.lotes.size(), 6);
+    EXPECT_EQ(EnLineas(casa.soloArtic.SentenciasDe(0)), EnLineas(SentenciasDeMarcas()));
+    EXPECT_EQ(EnLineas(casa.soloArtic.SentenciasDe(1)), EnLineas(SentenciasDeGrupos()));
+    EXPECT_EQ(EnLineas(casa.soloArtic.SentenciasDe(2)), EnLineas(SentenciasDeAtributos()));
+    EXPECT_EQ(casa.soloArtic.lotes.value(3), "");
+    EXPECT_EQ(EnLineas(casa.soloArtic.SentenciasDe(4)),
+              EnLineas(CambioDeD(Viejas("soloArtic", "01D", {"5", "6", "7"}), 12, 43,
+                                 ExistenciasDeD("9"))));
+    EXPECT_EQ(casa.soloArtic.lotes.value(5), "");
 }
 
-TYPED_TEST(CasaEntera, SinStockEnviaLoMismoSinLasExistencias)
+TEST_P(CasaEntera, SinStockEnviaLoMismoSinLasExistencias)
 {
-    using Casa = CasaEntera<TypeParam>;
-    ASSERT_EQ(this->sinStock.lotes.size(), 6);
-    EXPECT_EQ(EnLineas(this->sinStock.SentenciasDe(2)), EnLineas(SentenciasDeAtributos()));
-    EXPECT_EQ(
-        EnLineas(this->sinStock.SentenciasDe(4)),
-        EnLineas(Casa::CambioDeD(Casa::Viejas("sinStock", "01D", {"12", "13", "14"}), 15, 48, {})));
-    const Filas existencias = this->trasSinStock.filas["existencia"];
+    ASSERT_EQ(casa.sinStock.lotes.size(), 6);
+    EXPECT_EQ(EnLineas(casa.sinStock.SentenciasDe(2)), EnLineas(SentenciasDeAtributos()));
+    EXPECT_EQ(EnLineas(casa.sinStock.SentenciasDe(4)),
+              EnLineas(CambioDeD(Viejas("sinStock", "01D", {"12", "13", "14"}), 15, 48, {})));
+    const Filas existencias = casa.trasSinStock.De("existencia");
     EXPECT_NE(
         std::find(existencias.begin(), existencias.end(), QStringList({"4000000", "4", "0", "9"})),
         existencias.end());
-    EXPECT_EQ(EnLineas(this->trasSinStock.fotos),
-              EnLineas(this->FotosEnSusTamanos({"3"}, Numeros(8, 11) + Numeros(15, 17))));
+    EXPECT_EQ(EnLineas(casa.trasSinStock.fotos.keys()),
+              EnLineas(FotosEnSusTamanos({"3"}, Numeros(8, 11) + Numeros(15, 17))));
 }
 
-TYPED_TEST(CasaEntera, LosDosModosDeSoloArticulosSeCuentanIgual)
+TEST_P(CasaEntera, LosDosModosDeSoloArticulosSeCuentanIgual)
 {
-    using Casa = CasaEntera<TypeParam>;
-    const auto log = [](int primera) {
+    const auto log = [this](int primera) {
         const auto foto = [primera](const QString& nombre, int i) {
             return nombre + " -> " + Numero(primera + i) + ".jpg";
         };
         return EnLineas(
-            CabeceraDelLog() + Casa::LogDeMarcas() +
-            QStringList{"Comprobando articulos que ya no estan..."} + Casa::LogDeMaestros() +
-            Casa::LogSinFamilias() + Casa::LogDeArticulos({"Actualizando articulo 01D / ALT01D"}) +
-            Casa::LogDeCierre() +
+            CabeceraDelLog() + LogDeMarcas() +
+            QStringList{"Comprobando articulos que ya no estan..."} + LogDeMaestros() +
+            LogSinFamilias() + LogDeArticulos({"Actualizando articulo 01D / ALT01D"}) +
+            LogDeCierre() +
             QStringList{"BORRANDO CACHÉ DE PRESTASHOP", "SUBIENDO FICHEROS ADJUNTOS..."} +
-            Casa::LogDeLoteVacio("EJECUTANDO REMOTAMENTE actualización de adjuntos") +
-            Casa::LogDeFotosArticulos(
-                {foto("azul.jpg", 0), foto("rojo.jpg", 1), foto("azul.jpg", 2)}) +
+            LogDeLoteVacio("EJECUTANDO REMOTAMENTE actualización de adjuntos") +
+            LogDeFotosArticulos({foto("azul.jpg", 0), foto("rojo.jpg", 1), foto("azul.jpg", 2)}) +
             FinDelLog());
     };
-    EXPECT_EQ(EnLineas(this->soloArtic.log), log(12));
-    EXPECT_EQ(EnLineas(this->sinStock.log), log(15));
+    EXPECT_EQ(EnLineas(casa.soloArtic.log), log(12));
+    EXPECT_EQ(EnLineas(casa.sinStock.log), log(15));
 }
 
-TYPED_TEST(CasaEntera, LosDosModosDeSoloArticulosSiguenElMismoOrden)
+TEST_P(CasaEntera, LosDosModosDeSoloArticulosSiguenElMismoOrden)
 {
-    using Casa = CasaEntera<TypeParam>;
     const auto pasos = [](const QStringList& fotos) {
         return EnLineas(PasosDeCabecera() + PasosDeLote() + PasosDeLote() + PasosDeLote() +
-                        Casa::PasosVacios() + Casa::PasosDeArticulos() + QStringList{"sesion"} +
-                        Casa::PasosVacios() + Casa::PasosDeFotos(fotos, "imgart.txt"));
+                        PasosVacios() + PasosDeArticulos() + QStringList{"sesion"} + PasosVacios() +
+                        PasosDeFotos(fotos, "imgart.txt"));
     };
-    EXPECT_EQ(EnLineas(PasosFtp(this->soloArtic.ftp)), pasos(Numeros(12, 14)));
-    EXPECT_EQ(EnLineas(PasosFtp(this->sinStock.ftp)), pasos(Numeros(15, 17)));
-    const QStringList paginas = Casa::Peticiones(
+    EXPECT_EQ(EnLineas(PasosFtp(casa.soloArtic.ftp)), pasos(Numeros(12, 14)));
+    EXPECT_EQ(EnLineas(PasosFtp(casa.sinStock.ftp)), pasos(Numeros(15, 17)));
+    const QStringList paginas = Peticiones(
         {"borracache.php", "ejecuta.php", "ejecuta.php", "ejecuta.php", "ejecuta.php",
          "ejecuta.php", "creapath.php", "borraimg.php?sufijofoto=_default", "borracache.php",
          "ejecuta.php", "dimensiona.php?fichero=imgart.txt&sufijofoto=_default", "borracache.php"});
-    EXPECT_EQ(EnLineas(this->soloArtic.http), EnLineas(paginas));
-    EXPECT_EQ(EnLineas(this->sinStock.http), EnLineas(paginas));
-    EXPECT_EQ(EnLineas(this->sinStock.Lineas("imgborra.txt")),
-              EnLineas(LineasDeBorrado(Casa::Viejas("sinStock", "01D", {"12", "13", "14"}))));
+    EXPECT_EQ(EnLineas(casa.soloArtic.http), EnLineas(paginas));
+    EXPECT_EQ(EnLineas(casa.sinStock.http), EnLineas(paginas));
+    EXPECT_EQ(EnLineas(casa.sinStock.Lineas("imgborra.txt")),
+              EnLineas(LineasDeBorrado(Viejas("sinStock", "01D", {"12", "13", "14"}))));
 }
 
 // The stock, by its mode and by its button.
 
-TYPED_TEST(CasaEntera, StockRepiteLasExistenciasPorCadaFotoEInsertaEnteroElQueFalta)
+TEST_P(CasaEntera, StockRepiteLasExistenciasPorCadaFotoEInsertaEnteroElQueFalta)
 {
-    using Casa = CasaEntera<TypeParam>;
-    using F = typename Casa::DeTienda;
-    const QStringList deB = Casa::ExistenciasDeB();
-    const QStringList deD = Casa::ExistenciasDeD("11");
-    const QStringList deF =
-        Casa::G.Alta() + QStringList{Enlace("3", "6")} + F::Tarifas(Casa::G, 53) +
-        F::Combinaciones(Casa::G, {{{{"001002"}}, "3", "0"}}) + Existencias("6", "0");
+    const QStringList deB = ExistenciasDeB();
+    const QStringList deD = ExistenciasDeD("11");
+    const QStringList deF = F.Alta() + QStringList{Enlace("3", "6")} + de.Tarifas(F, 53) +
+                            de.Combinaciones(F, {{{{"001002"}}, "3", "0"}}) + Existencias("6", "0");
 
-    ASSERT_EQ(this->stock.lotes.size(), 3);
-    EXPECT_EQ(EnLineas(this->stock.SentenciasDe(0)), EnLineas(SentenciasDeMarcas()));
-    EXPECT_EQ(this->stock.lotes.value(1), "");
-    EXPECT_EQ(EnLineas(this->stock.SentenciasDe(2)),
+    ASSERT_EQ(casa.stock.lotes.size(), 3);
+    EXPECT_EQ(EnLineas(casa.stock.SentenciasDe(0)), EnLineas(SentenciasDeMarcas()));
+    EXPECT_EQ(casa.stock.lotes.value(1), "");
+    EXPECT_EQ(EnLineas(casa.stock.SentenciasDe(2)),
               EnLineas(Existencias("1", "70") + deB + deB + deD + deD + deD +
                        Existencias("5", "0") + deF));
-    EXPECT_EQ(this->trasStock.fotos, this->trasSinStock.fotos);
-    EXPECT_EQ(this->trasStock.filas["imagen"], this->trasSinStock.filas["imagen"]);
-    EXPECT_EQ(this->trasStock.filas["adjunto"], this->trasSinStock.filas["adjunto"]);
+    EXPECT_EQ(casa.trasStock.fotos, casa.trasSinStock.fotos);
+    EXPECT_EQ(casa.trasStock.De("imagen"), casa.trasSinStock.De("imagen"));
+    EXPECT_EQ(casa.trasStock.De("adjunto"), casa.trasSinStock.De("adjunto"));
 }
 
-TYPED_TEST(CasaEntera, StockSeCuentaEnElRegistro)
+TEST_P(CasaEntera, StockSeCuentaEnElRegistro)
 {
-    using Casa = CasaEntera<TypeParam>;
-    const QStringList sinCarpetas{
-        "Error subiendo fichero " + this->empresa->Actual() + "\\creapath.txt",
-        "ERROR SUBIENDO FICHERO creapath.txt", "BORRANDO CACHÉ DE PRESTASHOP"};
+    const QStringList sinCarpetas{"Error subiendo fichero " + casa.Actual() + "\\creapath.txt",
+                                  "ERROR SUBIENDO FICHERO creapath.txt",
+                                  "BORRANDO CACHÉ DE PRESTASHOP"};
     const auto log = [&](const QStringList& lineas) {
-        return EnLineas(CabeceraDelLog() + Casa::LogDeMarcas() +
+        return EnLineas(CabeceraDelLog() + LogDeMarcas() +
                         QStringList{"Actualizando tablas maestras IVA, FAMILIAS, MARCAS..."} +
-                        Casa::LogSinFamilias() + Casa::LogDeArticulos(lineas) + sinCarpetas +
-                        FinDelLog());
+                        LogSinFamilias() + LogDeArticulos(lineas) + sinCarpetas + FinDelLog());
     };
     EXPECT_EQ(
-        EnLineas(this->stock.log),
+        EnLineas(casa.stock.log),
         log({"Actualizando STOCK articulo 01A / ALT01A", "Actualizando STOCK articulo 01B / ALT01B",
              "Actualizando STOCK articulo 01D / ALT01D", "Actualizando STOCK articulo 01E / ALT01E",
              "Añadiendo artículo 01F / ALT01F"}));
-    EXPECT_EQ(EnLineas(this->botonStock.log), log({"Actualizando STOCK articulo 01A / ALT01A",
-                                                   "Actualizando STOCK articulo 01B / ALT01B",
-                                                   "Actualizando STOCK articulo 01D / ALT01D",
-                                                   "Actualizando STOCK articulo 01F / ALT01F"}));
+    EXPECT_EQ(EnLineas(casa.botonStock.log), log({"Actualizando STOCK articulo 01A / ALT01A",
+                                                  "Actualizando STOCK articulo 01B / ALT01B",
+                                                  "Actualizando STOCK articulo 01D / ALT01D",
+                                                  "Actualizando STOCK articulo 01F / ALT01F"}));
 }
 
-TYPED_TEST(CasaEntera, StockSigueElOrdenDeLaConversacion)
+TEST_P(CasaEntera, StockSigueElOrdenDeLaConversacion)
 {
-    using Casa = CasaEntera<TypeParam>;
-    const QStringList pasos = PasosDeCabecera() + PasosDeLote() + Casa::PasosVacios() +
-                              QStringList{"sesion"} + PasosDeLote() + Casa::PasosDe("creapath.txt");
+    const QStringList pasos = PasosDeCabecera() + PasosDeLote() + PasosVacios() +
+                              QStringList{"sesion"} + PasosDeLote() + PasosDe("creapath.txt");
     const QStringList paginas =
-        Casa::Peticiones({"borracache.php", "ejecuta.php", "ejecuta.php", "ejecuta.php",
-                          "creapath.php", "borracache.php", "borracache.php"});
-    for (const ResultadoCorrida& corrida : {this->stock, this->botonStock}) {
+        Peticiones({"borracache.php", "ejecuta.php", "ejecuta.php", "ejecuta.php", "creapath.php",
+                    "borracache.php", "borracache.php"});
+    for (const ResultadoCorrida& corrida : {casa.stock, casa.botonStock}) {
         EXPECT_EQ(EnLineas(PasosFtp(corrida.ftp)), EnLineas(pasos));
         EXPECT_EQ(EnLineas(corrida.http), EnLineas(paginas));
         EXPECT_EQ(corrida.Lineas("imgborra.txt"), QStringList());
@@ -890,117 +866,118 @@ TYPED_TEST(CasaEntera, StockSigueElOrdenDeLaConversacion)
 }
 
 // A product without a picture has one row too.
-TYPED_TEST(CasaEntera, ElBotonDeStockHaceLoMismo)
+TEST_P(CasaEntera, ElBotonDeStockHaceLoMismo)
 {
-    using Casa = CasaEntera<TypeParam>;
-    const QStringList deB = Casa::ExistenciasDeB();
-    const QStringList deD = Casa::ExistenciasDeD("11");
-    ASSERT_EQ(this->botonStock.lotes.size(), 3);
+    const QStringList deB = ExistenciasDeB();
+    const QStringList deD = ExistenciasDeD("11");
+    ASSERT_EQ(casa.botonStock.lotes.size(), 3);
     EXPECT_EQ(
-        EnLineas(this->botonStock.SentenciasDe(2)),
+        EnLineas(casa.botonStock.SentenciasDe(2)),
         EnLineas(Existencias("1", "70") + deB + deB + deD + deD + deD + Existencias("6", "0")));
 }
 
 // The other buttons.
 
-TYPED_TEST(CasaEntera, ElBotonDeArticulosRetiraYEscribeTodoElRango)
+TEST_P(CasaEntera, ElBotonDeArticulosRetiraYEscribeTodoElRango)
 {
-    using Casa = CasaEntera<TypeParam>;
-    using F = typename Casa::DeTienda;
-    ASSERT_EQ(this->articulos.lotes.size(), 5);
-    EXPECT_EQ(EnLineas(this->articulos.SentenciasDe(0)), EnLineas(SentenciasDeMarcas()));
-    EXPECT_EQ(EnLineas(this->articulos.SentenciasDe(1)), EnLineas(F::Retirada("5", {"11"})));
-    EXPECT_EQ(this->articulos.lotes.value(2), "");
-    EXPECT_EQ(EnLineas(this->articulos.SentenciasDe(3)),
-              EnLineas(Casa::CambioDeB(Casa::Viejas("articulos", "01B", {"9", "10"}), 18, 58) +
-                       Casa::CambioDeD(Casa::Viejas("articulos", "01D", {"15", "16", "17"}), 20, 67,
-                                       Casa::ExistenciasDeD("11"))));
-    EXPECT_EQ(this->articulos.lotes.value(4), "");
+    ASSERT_EQ(casa.articulos.lotes.size(), 5);
+    EXPECT_EQ(EnLineas(casa.articulos.SentenciasDe(0)), EnLineas(SentenciasDeMarcas()));
+    EXPECT_EQ(EnLineas(casa.articulos.SentenciasDe(1)), EnLineas(de.Retirada("5", {"11"})));
+    EXPECT_EQ(casa.articulos.lotes.value(2), "");
+    EXPECT_EQ(EnLineas(casa.articulos.SentenciasDe(3)),
+              EnLineas(CambioDeB(Viejas("articulos", "01B", {"9", "10"}), 18, 58) +
+                       CambioDeD(Viejas("articulos", "01D", {"15", "16", "17"}), 20, 67,
+                                 ExistenciasDeD("11"))));
+    EXPECT_EQ(casa.articulos.lotes.value(4), "");
 }
 
-TYPED_TEST(CasaEntera, ElBotonDeArticulosSeCuentaEnElRegistro)
+TEST_P(CasaEntera, ElBotonDeArticulosSeCuentaEnElRegistro)
 {
-    using Casa = CasaEntera<TypeParam>;
     EXPECT_EQ(
-        EnLineas(this->articulos.log),
-        EnLineas(CabeceraDelLog() + Casa::LogDeMarcas() +
-                 QStringList{"Comprobando articulos que ya no estan...",
-                             "Borrando Artículo 5 / ALT01E", "SUBIENDO FICHERO sentencias.sql",
-                             "EJECUTANDO REMOTAMENTE Borrando artículos (...5)",
-                             "Actualizando tablas maestras IVA, FAMILIAS, MARCAS..."} +
-                 Casa::LogSinFamilias() +
-                 Casa::LogDeArticulos(
-                     {"Actualizando articulo 01B / ALT01B", "Actualizando articulo 01D / ALT01D"}) +
-                 Casa::LogDeCierre() +
-                 QStringList{"BORRANDO CACHÉ DE PRESTASHOP", "SUBIENDO FICHEROS ADJUNTOS..."} +
-                 Casa::LogDeLoteVacio("EJECUTANDO REMOTAMENTE actualización de adjuntos") +
-                 Casa::LogDeFotosArticulos({"rojo.jpg -> 18.jpg", "verde.jpg -> 19.jpg",
-                                            "azul.jpg -> 20.jpg", "rojo.jpg -> 21.jpg",
-                                            "azul.jpg -> 22.jpg"}) +
-                 FinDelLog()));
+        EnLineas(casa.articulos.log),
+        EnLineas(
+            CabeceraDelLog() + LogDeMarcas() +
+            QStringList{"Comprobando articulos que ya no estan...", "Borrando Artículo 5 / ALT01E",
+                        "SUBIENDO FICHERO sentencias.sql",
+                        "EJECUTANDO REMOTAMENTE Borrando artículos (...5)",
+                        "Actualizando tablas maestras IVA, FAMILIAS, MARCAS..."} +
+            LogSinFamilias() +
+            LogDeArticulos(
+                {"Actualizando articulo 01B / ALT01B", "Actualizando articulo 01D / ALT01D"}) +
+            LogDeCierre() +
+            QStringList{"BORRANDO CACHÉ DE PRESTASHOP", "SUBIENDO FICHEROS ADJUNTOS..."} +
+            LogDeLoteVacio("EJECUTANDO REMOTAMENTE actualización de adjuntos") +
+            LogDeFotosArticulos({"rojo.jpg -> 18.jpg", "verde.jpg -> 19.jpg", "azul.jpg -> 20.jpg",
+                                 "rojo.jpg -> 21.jpg", "azul.jpg -> 22.jpg"}) +
+            FinDelLog()));
 }
 
 // Of the withdrawn article the first picture's files go; of the others the old ones.
-TYPED_TEST(CasaEntera, ElBotonDeArticulosCambiaLasFotosDelRango)
+TEST_P(CasaEntera, ElBotonDeArticulosCambiaLasFotosDelRango)
 {
-    using Casa = CasaEntera<TypeParam>;
-    EXPECT_EQ(EnLineas(PasosFtp(this->articulos.ftp)),
-              EnLineas(PasosDeCabecera() + PasosDeLote() + PasosDeLote() + Casa::PasosVacios() +
-                       Casa::PasosDeArticulos() + QStringList{"sesion"} + Casa::PasosVacios() +
-                       Casa::PasosDeFotos(Numeros(18, 22), "imgart.txt")));
-    EXPECT_EQ(EnLineas(this->articulos.Lineas("imgborra.txt")),
+    EXPECT_EQ(EnLineas(PasosFtp(casa.articulos.ftp)),
+              EnLineas(PasosDeCabecera() + PasosDeLote() + PasosDeLote() + PasosVacios() +
+                       PasosDeArticulos() + QStringList{"sesion"} + PasosVacios() +
+                       PasosDeFotos(Numeros(18, 22), "imgart.txt")));
+    EXPECT_EQ(EnLineas(casa.articulos.Lineas("imgborra.txt")),
               EnLineas(QStringList{"img/p/11.jpg;", "img/p/1/1/11.jpg;", "img/p/1/1/11-*.jpg;"} +
-                       LineasDeBorrado(Casa::Viejas("articulos", "01B", {"9", "10"}) +
-                                       Casa::Viejas("articulos", "01D", {"15", "16", "17"}))));
-    EXPECT_EQ(EnLineas(this->trasArticulos.fotos),
-              EnLineas(this->FotosEnSusTamanos({"3"}, QStringList{"8"} + Numeros(18, 22))));
+                       LineasDeBorrado(Viejas("articulos", "01B", {"9", "10"}) +
+                                       Viejas("articulos", "01D", {"15", "16", "17"}))));
+    EXPECT_EQ(EnLineas(casa.trasArticulos.fotos.keys()),
+              EnLineas(FotosEnSusTamanos({"3"}, QStringList{"8"} + Numeros(18, 22))));
 }
 
-TYPED_TEST(CasaEntera, ElBotonDeFamiliasEnviaElArbolYSusFotosYNadaMas)
+TEST_P(CasaEntera, ElBotonDeFamiliasEnviaElArbolYSusFotosYNadaMas)
 {
-    using Casa = CasaEntera<TypeParam>;
-    ASSERT_EQ(this->familias.lotes.size(), 2);
-    EXPECT_EQ(EnLineas(this->familias.SentenciasDe(0)), EnLineas(SentenciasDeMarcas()));
-    EXPECT_EQ(EnLineas(this->familias.SentenciasDe(1)), EnLineas(SentenciasDeFamilias(true)));
-    EXPECT_EQ(EnLineas(this->familias.log),
-              EnLineas(CabeceraDelLog() + Casa::LogDeMarcas() +
+    ASSERT_EQ(casa.familias.lotes.size(), 2);
+    EXPECT_EQ(EnLineas(casa.familias.SentenciasDe(0)), EnLineas(SentenciasDeMarcas()));
+    EXPECT_EQ(EnLineas(casa.familias.SentenciasDe(1)), EnLineas(SentenciasDeFamilias(true)));
+    EXPECT_EQ(EnLineas(casa.familias.log),
+              EnLineas(CabeceraDelLog() + LogDeMarcas() +
                        QStringList{"Actualizando tablas maestras IVA, FAMILIAS, MARCAS..."} +
-                       Casa::LogDeFamilias({"01", "0101", "02"}) +
-                       QStringList{"Actualizando y modificando articulos"} + Casa::LogDeCierre() +
-                       Casa::LogDeFotosFamilias({"verde.jpg -> 3.jpg"}) +
+                       LogDeFamilias({"01", "0101", "02"}) +
+                       QStringList{"Actualizando y modificando articulos"} + LogDeCierre() +
+                       LogDeFotosFamilias({"verde.jpg -> 3.jpg"}) +
                        QStringList{"BORRANDO CACHÉ DE PRESTASHOP"} + FinDelLog()));
-    EXPECT_EQ(EnLineas(PasosFtp(this->familias.ftp)),
+    EXPECT_EQ(EnLineas(PasosFtp(casa.familias.ftp)),
               EnLineas(PasosDeCabecera() + PasosDeLote() + PasosDeLote() + QStringList{"sesion"} +
-                       Casa::PasosDe("imgborra.txt") + Casa::PasosDeFotos({"3"}, "imgfam.txt")));
-    EXPECT_EQ(EnLineas(this->familias.Lineas("imgborra.txt")),
+                       PasosDe("imgborra.txt") + PasosDeFotos({"3"}, "imgfam.txt")));
+    EXPECT_EQ(EnLineas(casa.familias.Lineas("imgborra.txt")),
               EnLineas(LineasDeFamilias({"3", "4", "5"})));
-    EXPECT_EQ(EnLineas(this->alFinal.fotos), EnLineas(this->trasArticulos.fotos));
+    EXPECT_EQ(EnLineas(casa.alFinal.fotos.keys()), EnLineas(casa.trasArticulos.fotos.keys()));
 }
 
-TYPED_TEST(CasaEntera, ElBotonDeValesEnviaLasMarcasYLosVales)
+TEST_P(CasaEntera, ElBotonDeValesEnviaLasMarcasYLosVales)
 {
-    using Casa = CasaEntera<TypeParam>;
     const QString hoy = HoyMysql();
-    ASSERT_EQ(this->vales.lotes.size(), 2);
-    EXPECT_EQ(EnLineas(this->vales.SentenciasDe(0)), EnLineas(SentenciasDeMarcas()));
+    ASSERT_EQ(casa.vales.lotes.size(), 2);
+    EXPECT_EQ(EnLineas(casa.vales.SentenciasDe(0)), EnLineas(SentenciasDeMarcas()));
     // clang-format off
-    EXPECT_EQ(EnLineas(this->vales.SentenciasDe(1)),
+    EXPECT_EQ(EnLineas(casa.vales.SentenciasDe(1)),
               EnLineas({"INSERT INTO ps_cart_rule(id_cart_rule, id_customer, date_from, date_to, description, quantity, quantity_per_user, priority, partial_use, code, minimum_amount, minimum_amount_tax, minimum_amount_currency, minimum_amount_shipping, country_restriction, carrier_restriction, group_restriction, cart_rule_restriction, product_restriction, shop_restriction, free_shipping, reduction_percent, reduction_amount, reduction_tax, reduction_currency, reduction_product, gift_product, gift_product_attribute, highlight, active, date_add, date_upd) VALUES (2,0,CAST('2024/01/02' AS DATE),CAST('2024/12/31' AS DATE),'Verano',5,1,1,1,'V10',0,1,1,0,0,0,0,0,0,0,0,10,0,1,1,0,0,0,0,1," + hoy + "," + hoy + ")",
                         "INSERT INTO ps_cart_rule_lang (id_cart_rule,ID_LANG,NAME) VALUES (2,1,'Verano')"}));
     // clang-format on
-    EXPECT_EQ(EnLineas(this->vales.log),
-              EnLineas(CabeceraDelLog() + Casa::LogDeMarcas() +
+    EXPECT_EQ(EnLineas(casa.vales.log),
+              EnLineas(CabeceraDelLog() + LogDeMarcas() +
                        QStringList{"PREPARANDO CARGA DE VALES DE DESCUENTO",
                                    "Preparando Vale Descuento V10. Añadiendo",
                                    "SUBIENDO FICHERO sentencias.sql",
                                    "SINCRONIZANDO NUEVOS VALES DE DESCUENTO"} +
                        FinDelLog()));
-    EXPECT_EQ(EnLineas(PasosFtp(this->vales.ftp)),
+    EXPECT_EQ(EnLineas(PasosFtp(casa.vales.ftp)),
               EnLineas(PasosDeCabecera() + PasosDeLote() + PasosDeLote()));
-    EXPECT_EQ(EnLineas(this->vales.http),
-              EnLineas(Casa::Peticiones(
-                  {"borracache.php", "ejecuta.php", "ejecuta.php", "borracache.php"})));
-    EXPECT_EQ(this->alFinal.filas["vale"], (Filas{{"2", "V10"}}));
+    EXPECT_EQ(EnLineas(casa.vales.http), EnLineas(Peticiones({"borracache.php", "ejecuta.php",
+                                                              "ejecuta.php", "borracache.php"})));
+    EXPECT_EQ(casa.alFinal.De("vale"), (Filas{{"2", "V10"}}));
 }
+
+INSTANTIATE_TEST_SUITE_P(Tiendas, CasaEntera,
+                         testing::Values(Variante{"De156", FormasDe<Tienda156>, false},
+                                         Variante{"De160", FormasDe<Tienda160Con>, false},
+                                         Variante{"De161", FormasDe<Tienda161>, false},
+                                         Variante{"De156ConGestion", FormasDe<Tienda156>, true},
+                                         Variante{"De160ConGestion", FormasDe<Tienda160Con>, true},
+                                         Variante{"De161ConGestion", FormasDe<Tienda161>, true}),
+                         [](const auto& caso) { return caso.param.nombre; });
 
 } // namespace

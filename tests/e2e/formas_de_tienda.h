@@ -241,3 +241,32 @@ struct Tienda161 : EsquemaNuevo {
     static constexpr int AnchoInicio = 250;
     static constexpr bool ColumnaImpuesto = true;
 };
+
+/// The same for tests that choose the shop as they run.
+struct FormasDeTienda {
+    OpcionesTienda opciones{};
+    QStringList (*Precios)(int n, int producto) = nullptr;
+    QStringList (*Foto)(const QString& img, const QString& id, int posicion) = nullptr;
+    QStringList (*FotoDeValor)(const QString& img, const QString& id, int k) = nullptr;
+    QString (*CombinacionEnTienda)(int n, const QString& inc, const QString& pes,
+                                   const QString& def) = nullptr;
+    QString (*QuitaCombinacionesTienda)(const QString& codigo) = nullptr;
+    QString (*RetiraCombinacionesTienda)(const QString& id) = nullptr;
+    QStringList tamanos{};
+    QStringList tamanosDeFamilia{};
+    QString porDefecto{};
+};
+
+template <class Tienda> FormasDeTienda FormasDe()
+{
+    return {.opciones = Tienda::Opciones(),
+            .Precios = Tienda::Precios,
+            .Foto = Tienda::Foto,
+            .FotoDeValor = Tienda::FotoDeValor,
+            .CombinacionEnTienda = Tienda::CombinacionEnTienda,
+            .QuitaCombinacionesTienda = Tienda::QuitaCombinacionesTienda,
+            .RetiraCombinacionesTienda = Tienda::RetiraCombinacionesTienda,
+            .tamanos = Tienda::Tamanos(),
+            .tamanosDeFamilia = Tienda::TamanosDeFamilia(),
+            .porDefecto = Tienda::PorDefecto()};
+}

@@ -213,36 +213,38 @@ struct CombinacionEsperada {
 };
 
 /// What hangs on the generation of the shop.
-template <class Tienda> struct Formas {
+struct SentenciasDeTienda {
+    FormasDeTienda formas{};
+
     static QStringList ConLeyenda(const QStringList& filas, const ProductoEsperado& producto, const QString& img)
     {
         return filas + QStringList{Rellena("INSERT INTO ps_image_lang (id_image,id_lang,legend) VALUES ({img},1,'{nombre}')", {{"img", img}, {"nombre", producto.nombre}})};
     }
-    static QStringList Foto(const ProductoEsperado& producto, const QString& img, int posicion)
+    QStringList Foto(const ProductoEsperado& producto, const QString& img, int posicion) const
     {
-        return ConLeyenda(Tienda::Foto(img, producto.id, posicion), producto, img);
+        return ConLeyenda(formas.Foto(img, producto.id, posicion), producto, img);
     }
-    static QStringList Tarifas(const ProductoEsperado& producto, int n)
+    QStringList Tarifas(const ProductoEsperado& producto, int n) const
     {
-        return Tienda::Precios(n, producto.id.toInt()).mid(0, 5);
+        return formas.Precios(n, producto.id.toInt()).mid(0, 5);
     }
-    static QStringList TarifasYOferta(const ProductoEsperado& producto, int n)
+    QStringList TarifasYOferta(const ProductoEsperado& producto, int n) const
     {
-        return Tienda::Precios(n, producto.id.toInt());
+        return formas.Precios(n, producto.id.toInt());
     }
     static QStringList BorraPrecios(const ProductoEsperado& producto)
     {
         return {"DELETE FROM ps_specific_price WHERE id_product='" + producto.id + "'"};
     }
-    static QStringList BorraCombinaciones(const ProductoEsperado& p)
+    QStringList BorraCombinaciones(const ProductoEsperado& p) const
     {
         const QString producto = "(SELECT ID_PRODUCT From ps_product WHERE REFERENCE ='" + p.codigo + "' LIMIT 1)";
         return {"DELETE FROM ps_product_attribute WHERE id_product=" + producto,
                 "DELETE FROM ps_product_attribute_combination WHERE LEFT(ID_PRODUCT_ATTRIBUTE,CHAR_LENGTH(ID_PRODUCT_ATTRIBUTE)-5)=" + producto,
-                Tienda::QuitaCombinacionesTienda(p.codigo),
+                formas.QuitaCombinacionesTienda(p.codigo),
                 "DELETE FROM ps_product_attribute_image WHERE LEFT(ID_PRODUCT_ATTRIBUTE,CHAR_LENGTH(ID_PRODUCT_ATTRIBUTE)-5)=" + producto};
     }
-    static QStringList Combinaciones(const ProductoEsperado& producto, const std::vector<CombinacionEsperada>& filas)
+    QStringList Combinaciones(const ProductoEsperado& producto, const std::vector<CombinacionEsperada>& filas) const
     {
         const QString desde = " From ps_product WHERE REFERENCE ='" + producto.codigo + "'";
         QStringList sentencias;
@@ -254,17 +256,17 @@ template <class Tienda> struct Formas {
                 ++k;
                 sentencias << "INSERT INTO ps_product_attribute_combination (ID_ATTRIBUTE,ID_PRODUCT_ATTRIBUTE) SELECT " + valor.atributo + "," + idcomb + " " + desde;
                 if (valor.nueva)
-                    sentencias << ConLeyenda(Tienda::FotoDeValor(valor.imagen, producto.id, k), producto, valor.imagen);
+                    sentencias << ConLeyenda(formas.FotoDeValor(valor.imagen, producto.id, k), producto, valor.imagen);
                 if (!valor.imagen.isEmpty())
                     sentencias << "INSERT INTO ps_product_attribute_image (id_image,id_product_attribute) SELECT " + valor.imagen + "," + idcomb + " " + desde;
             }
             const QString def = n == 1 ? "1" : "NULL";
             sentencias << "INSERT INTO ps_product_attribute (ID_PRODUCT_ATTRIBUTE,ID_PRODUCT,PRICE,WEIGHT,DEFAULT_ON) SELECT " + idcomb + " , ID_PRODUCT," + fila.inc + "," + fila.pes + "," + def + desde
-                       << Tienda::CombinacionEnTienda(n, fila.inc, fila.pes, def) + desde;
+                       << formas.CombinacionEnTienda(n, fila.inc, fila.pes, def) + desde;
         }
         return sentencias;
     }
-    static QStringList Retirada(const QString& id, const QStringList& imagenes)
+    QStringList Retirada(const QString& id, const QStringList& imagenes) const
     {
         const QString detras = " WHERE id_product='" + id + "'";
         const QString porCombinacion = " WHERE LEFT(ID_PRODUCT_ATTRIBUTE,CHAR_LENGTH(ID_PRODUCT_ATTRIBUTE)-5)='" + id + "'";
@@ -276,7 +278,7 @@ template <class Tienda> struct Formas {
                            "DELETE FROM ps_specific_price" + detras,
                            "DELETE FROM ps_product_attribute" + detras,
                            "DELETE FROM ps_product_attribute_combination" + porCombinacion,
-                           Tienda::RetiraCombinacionesTienda(id),
+                           formas.RetiraCombinacionesTienda(id),
                            "DELETE FROM ps_product_tag" + detras,
                            "DELETE FROM ps_stock_available" + detras + " ",
                            "DELETE FROM ps_product_attribute_image" + porCombinacion};
