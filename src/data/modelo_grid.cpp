@@ -36,11 +36,11 @@ void Avisa(Avisos& avisos, const ErrorDatos& error, const Plantilla& mensaje)
 ModeloGrid::ModeloGrid(const Grid& grid, Adodc& adodc, QObject* padre)
     : QAbstractTableModel(padre), grid_(grid), adodc_(adodc)
 {
-    connect(&adodc_, &Adodc::Reabierto, this, &ModeloGrid::TrasReabrir);
-    TrasReabrir();
+    connect(&adodc_, &Adodc::Reabierto, this, &ModeloGrid::Rehaz);
+    Rehaz();
 }
 
-void ModeloGrid::TrasReabrir()
+void ModeloGrid::Rehaz()
 {
     beginResetModel();
     borrador_.reset();

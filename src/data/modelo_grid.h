@@ -41,6 +41,9 @@ class ModeloGrid : public QAbstractTableModel {
     bool setData(const QModelIndex& indice, const QVariant& valor,
                  int papel = Qt::EditRole) override;
 
+    /// Shows the grid's columns as they are now; what was typed is given up.
+    void Rehaz();
+
     /// The rows of the record set, without the one for adding.
     int Filas() const { return filas_; }
     /// True for the empty row at the foot, where rows are added.
@@ -68,7 +71,6 @@ class ModeloGrid : public QAbstractTableModel {
         Cambios cambios{};
     };
 
-    void TrasReabrir();
     int ColumnaDeFilas(int columna) const;
     QString TextoDe(int fila, int columna) const;
     QString Rotulo(int columna) const;

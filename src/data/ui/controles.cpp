@@ -45,6 +45,44 @@ bool Marcada(const Valor& valor)
     return LeeLogico(Texto(valor)).value_or(false);
 }
 
+QString Tag(const QWidget& control)
+{
+    return control.property("Tag").toString();
+}
+
+/// The controls that stand for a column, in the order of the window.
+QList<QWidget*> ControlesDeFicha(const QWidget& ventana)
+{
+    QList<QWidget*> controles = ventana.findChildren<QWidget*>();
+    controles.removeIf([](const QWidget* control) {
+        const bool deFicha = qobject_cast<const QLineEdit*>(control) ||
+                             qobject_cast<const QComboBox*>(control) ||
+                             qobject_cast<const QCheckBox*>(control);
+        return !deFicha || Tag(*control).isEmpty();
+    });
+    return controles;
+}
+
+/// Behind a text that was typed the list still stands where it stood before.
+int Posicion(const QComboBox& lista)
+{
+    return lista.isEditable() ? lista.findText(lista.currentText(), Qt::MatchFixedString)
+                              : lista.currentIndex();
+}
+
+CampoFicha ComoCampo(const QWidget& control)
+{
+    using Clase = CampoFicha::Clase;
+    if (const auto* casilla = qobject_cast<const QCheckBox*>(&control))
+        return {.Tag = Tag(control), .clase = Clase::Casilla, .marcada = casilla->isChecked()};
+    if (const auto* lista = qobject_cast<const QComboBox*>(&control))
+        return {.Tag = Tag(control),
+                .clase = Clase::Lista,
+                .texto = lista->currentText(),
+                .posicion = Posicion(*lista)};
+    return {.Tag = Tag(control), .texto = qobject_cast<const QLineEdit*>(&control)->text()};
+}
+
 } // namespace
 
 void SeleccionaTexto(QWidget* control)
@@ -68,6 +106,26 @@ void PonValorControl(QWidget* control, const Valor& valor)
         PonEnLista(*lista, valor);
     else if (auto* casilla = qobject_cast<QCheckBox*>(control))
         casilla->setChecked(Marcada(valor));
+}
+
+std::vector<CampoFicha> CamposFicha(const QWidget& ventana)
+{
+    std::vector<CampoFicha> campos;
+    for (const QWidget* control : ControlesDeFicha(ventana))
+        campos.push_back(ComoCampo(*control));
+    return campos;
+}
+
+void PonFicha(QWidget& ventana, const Recordset& filas)
+{
+    for (QWidget* control : ControlesDeFicha(ventana))
+        PonValorControl(control, filas[Tag(*control)]);
+}
+
+void LimpiaFicha(QWidget& ventana)
+{
+    for (QWidget* control : ControlesDeFicha(ventana))
+        PonValorControl(control);
 }
 
 } // namespace tolmo::data::ui

@@ -1,5 +1,5 @@
 #pragma once
-#include "data/valores.h"
+#include "data/ficha.h"
 #include <QWidget>
 
 namespace tolmo::data::ui {
@@ -17,5 +17,17 @@ void SeleccionaAlEntrar(QWidget& ventana);
 /// that is chosen; a text that no entry has goes into its edit field, where it has one.
 /// Other kinds of control, and nullptr, are left as they are.
 void PonValorControl(QWidget* control, const Valor& valor = {});
+
+/// The controls of a card for InsertaFicha and ActualizaFicha, in the order in which the window
+/// made them: the text boxes, combo boxes and check boxes whose dynamic property "Tag" names a
+/// column.
+std::vector<CampoFicha> CamposFicha(const QWidget& ventana);
+
+/// Writes the current row of a record set into those controls, each by the column of its Tag.
+/// \throws ErrorDatos 3265 for a Tag that is no column
+void PonFicha(QWidget& ventana, const Recordset& filas);
+
+/// Clears those controls.
+void LimpiaFicha(QWidget& ventana);
 
 } // namespace tolmo::data::ui

@@ -1,0 +1,429 @@
+#include "data/ui/DataGrid.h"
+#include "data/ui/cabecera_filtro.h"
+#include "data/ui/controles.h"
+#include "data/ui/frontera.h"
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <set>
+#include <utility>
+
+namespace tolmo::data::ui {
+namespace {
+
+/// A column without a width of its own takes that of its texts, up to this one.
+constexpr int AnchoMaximo = 360;
+/// Rows that are looked at for it.
+constexpr int FilasDeMuestra = 100;
+
+} // namespace
+
+/// The editor of a cell. It stays open until the grid closes it: its text may be refused, and then
+/// it must not go because another window came in front.
+class DataGrid::Delegado : public QStyledItemDelegate {
+  public:
+    explicit Delegado(DataGrid& grid) : QStyledItemDelegate(&grid), grid_(grid) {}
+
+    QWidget* createEditor(QWidget* padre, const QStyleOptionViewItem& opcion,
+                          const QModelIndex& indice) const override
+    {
+        grid_.editor_ = QStyledItemDelegate::createEditor(padre, opcion, indice);
+        return grid_.editor_;
+    }
+
+    void setEditorData(QWidget* editor, const QModelIndex& indice) const override
+    {
+        // While a text is being taken the row changes under it; a refused one must stay.
+        if (!grid_.tomando_)
+            QStyledItemDelegate::setEditorData(editor, indice);
+    }
+
+    void setModelData(QWidget* editor, QAbstractItemModel*,
+                      const QModelIndex& indice) const override
+    {
+        if (const auto* caja = qobject_cast<QLineEdit*>(editor))
+            grid_.Toma(indice, caja->text());
+    }
+
+  protected:
+    bool eventFilter(QObject* objeto, QEvent* evento) override
+    {
+        return evento->type() != QEvent::FocusOut &&
+               QStyledItemDelegate::eventFilter(objeto, evento);
+    }
+
+  private:
+    DataGrid& grid_;
+};
+
+DataGrid::DataGrid(QWidget* padre) : QTableView(padre), cabecera_(new CabeceraFiltro(this))
+{
+    setHorizontalHeader(cabecera_);
+    // The head of a column orders; it doesn't select.
+    disconnect(cabecera_, &QHeaderView::sectionPressed, this, nullptr);
+    disconnect(cabecera_, &QHeaderView::sectionEntered, this, nullptr);
+    cabecera_->setSortIndicatorShown(true);
+    cabecera_->setStretchLastSection(true);
+    cabecera_->setResizeContentsPrecision(FilasDeMuestra);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    setItemDelegate(new Delegado(*this));
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
+    setAlternatingRowColors(true);
+    setWordWrap(false);
+    setHorizontalScrollMode(ScrollPerPixel);
+    connect(cabecera_, &QHeaderView::sectionClicked, this, &DataGrid::PulsaCabecera);
+    connect(cabecera_, &CabeceraFiltro::BarraDejada, this, &DataGrid::TomaFiltros);
+    connect(horizontalScrollBar(), &QScrollBar::valueChanged, cabecera_,
+            &CabeceraFiltro::ColocaCajas);
+    connect(qApp, &QApplication::focusChanged, this, &DataGrid::SigueElFoco);
+}
+
+DataGrid::~DataGrid()
+{
+    // The focus may leave its children while they are taken away.
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
+void DataGrid::Enlaza(Adodc& adodc, Escritorio& escritorio)
+{
+    adodc_ = &adodc;
+    escritorio_ = &escritorio;
+    modelo_ = new ModeloGrid(grid_, adodc, this);
+    setModel(modelo_);
+    connect(adodc_, &Adodc::Reabierto, this, &DataGrid::TrasReabrir);
+    connect(adodc_, &Adodc::Movido, this, &DataGrid::SigueAlConjunto);
+    Define(std::move(grid_));
+}
+
+void DataGrid::Define(Grid definicion)
+{
+    grid_ = std::move(definicion);
+    anchosPuestos_ = false;
+    setTabKeyNavigation(grid_.Edita());
+    verticalHeader()->setVisible(grid_.Edita());
+    if (!modelo_)
+        return;
+    modelo_->Rehaz();
+    TrasReabrir();
+}
+
+void DataGrid::MuestraBarraFiltro(bool visible)
+{
+    cabecera_->MuestraBarra(visible);
+}
+
+EtiquetaGrid DataGrid::LlenaGrid(const QString& origen, const QString& campos)
+{
+    return data::LlenaGrid(grid_, *adodc_, origen, campos);
+}
+
+EtiquetaGrid DataGrid::AbreGrid(const QString& sql)
+{
+    return data::AbreGrid(grid_, *adodc_, sql);
+}
+
+void DataGrid::QuitaFiltroGrid()
+{
+    data::QuitaFiltroGrid(grid_, *adodc_);
+}
+
+/// What reaches the engine from an event of this widget.
+void DataGrid::Frontera(const std::function<void()>& accion)
+{
+    EnFrontera(adodc_->programa().avisos, accion);
+}
+
+void DataGrid::PulsaCabecera(int columna)
+{
+    if (!adodc_ || adodc_->RecordSource().isEmpty() || !GuardaFila())
+        return;
+    EtiquetaGrid etiqueta;
+    Frontera([&] { etiqueta = OrdenaGrid(grid_, *adodc_, columna); });
+    emit Ordenado(etiqueta);
+}
+
+void DataGrid::TomaFiltros()
+{
+    if (!adodc_)
+        return;
+    const QStringList textos = cabecera_->Textos();
+    bool cambiado = false;
+    Grid nueva = grid_;
+    for (std::size_t i = 0; i < nueva.columnas.size(); ++i) {
+        ColumnaGrid& columna = nueva.columnas[i];
+        const QString texto = textos.value(static_cast<qsizetype>(i));
+        if (texto == columna.FilterText)
+            continue;
+        const QString rechazo = RechazoDeFiltro(columna, adodc_->Filas().Campos(), texto);
+        if (!rechazo.isEmpty()) {
+            adodc_->programa().avisos.Muestra(rechazo, estilo::Aviso);
+            continue;
+        }
+        columna.FilterText = texto;
+        cambiado = true;
+    }
+    if (cambiado && GuardaFila()) {
+        grid_ = nueva;
+        Frontera([&] { AplicaFiltroColumnas(grid_, *adodc_); });
+    }
+    QStringList vigentes;
+    for (const ColumnaGrid& columna : grid_.columnas)
+        vigentes << columna.FilterText;
+    cabecera_->PonTextos(vigentes);
+}
+
+void DataGrid::TrasReabrir()
+{
+    QStringList textos;
+    for (const ColumnaGrid& columna : grid_.columnas)
+        textos << columna.FilterText;
+    cabecera_->PonTextos(textos);
+    const ColumnaGrid* orden = grid_.ColumnaDeOrden();
+    cabecera_->setSortIndicator(orden ? static_cast<int>(orden - grid_.columnas.data()) : -1,
+                                Qt::AscendingOrder);
+    PonAnchos();
+    SigueAlConjunto();
+    if (adodc_->Fila() < 0)
+        emit FilaCambiada();
+}
+
+/// The rows go, and with them an open editor: its focus stays in the grid.
+void DataGrid::reset()
+{
+    const bool conFoco = editor_ && editor_->hasFocus();
+    editor_.clear();
+    if (conFoco) {
+        const QScopedValueRollback guarda(acompasando_, true);
+        setFocus();
+    }
+    QTableView::reset();
+}
+
+void DataGrid::PonAnchos()
+{
+    if (anchosPuestos_ || modelo_->Filas() == 0)
+        return;
+    anchosPuestos_ = true;
+    for (int i = 0; i < modelo_->columnCount(); ++i) {
+        const int ancho = grid_.columnas[static_cast<std::size_t>(i)].ancho;
+        if (ancho == 0)
+            resizeColumnToContents(i);
+        setColumnWidth(i, ancho > 0 ? ancho : std::min(columnWidth(i), AnchoMaximo));
+    }
+}
+
+/// Makes the current row of the record set that of the grid.
+void DataGrid::SigueAlConjunto()
+{
+    const int fila = adodc_->Fila();
+    if (acompasando_ || fila < 0 || modelo_->columnCount() == 0)
+        return;
+    const int columna = std::clamp(columna_, 0, modelo_->columnCount() - 1);
+    const QModelIndex celda = modelo_->index(fila, columna);
+    if (celda != currentIndex() || !selectionModel()->isSelected(celda))
+        selectionModel()->setCurrentIndex(celda, QItemSelectionModel::ClearAndSelect |
+                                                     QItemSelectionModel::Rows);
+    scrollTo(celda);
+}
+
+void DataGrid::currentChanged(const QModelIndex& actual, const QModelIndex& anterior)
+{
+    QTableView::currentChanged(actual, anterior);
+    if (!adodc_ || acompasando_)
+        return;
+    const bool otraFila = !anterior.isValid() || actual.row() != anterior.row();
+    if (anterior.isValid() && (editor_ || (otraFila && !GuardaFila()))) {
+        VuelveALaCelda(anterior);
+        return;
+    }
+    if (actual.isValid())
+        columna_ = actual.column();
+    if (!otraFila)
+        return;
+    const QScopedValueRollback guarda(acompasando_, true);
+    adodc_->PonFila(actual.row() < modelo_->Filas() ? actual.row() : -1);
+    emit FilaCambiada();
+}
+
+/// A row that is refused can't be left, whichever way the current cell went away from it.
+void DataGrid::VuelveALaCelda(const QModelIndex& celda)
+{
+    QMetaObject::invokeMethod(
+        this,
+        [this, celda = QPersistentModelIndex(celda)] {
+            const QScopedValueRollback guarda(acompasando_, true);
+            selectionModel()->setCurrentIndex(celda, QItemSelectionModel::ClearAndSelect |
+                                                         QItemSelectionModel::Rows);
+        },
+        Qt::QueuedConnection);
+}
+
+bool DataGrid::GuardaFila()
+{
+    if (!modelo_)
+        return true;
+    if (!CierraEditor())
+        return false;
+    bool guardada = true;
+    Frontera([&] { guardada = modelo_->GuardaFila(); });
+    return guardada;
+}
+
+/// Takes what stands in the open editor. \returns false when it is refused; it then stays open
+bool DataGrid::CierraEditor()
+{
+    if (!editor_)
+        return true;
+    commitData(editor_);
+    const bool tomado = !rechazada_;
+    closeEditor(editor_, QAbstractItemDelegate::NoHint);
+    return tomado;
+}
+
+void DataGrid::Toma(const QModelIndex& indice, const QString& texto)
+{
+    const QScopedValueRollback guarda(tomando_, true);
+    Frontera([&] { rechazada_ = !modelo_->setData(indice, texto); });
+}
+
+void DataGrid::commitData(QWidget* editor)
+{
+    rechazada_ = false;
+    QTableView::commitData(editor);
+}
+
+void DataGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint destino)
+{
+    const bool seAbandona = destino == QAbstractItemDelegate::RevertModelCache;
+    if (std::exchange(rechazada_, false) && !seAbandona) {
+        SeleccionaTexto(editor);
+        editor->setFocus();
+        return;
+    }
+    editor_.clear();
+    // Enter would write the row at once, and Escape give all of it up: a row is written as it is
+    // left, and the first Escape is for its cell.
+    const bool deTodaLaFila = seAbandona || destino == QAbstractItemDelegate::SubmitModelCache;
+    QTableView::closeEditor(editor, deTodaLaFila ? QAbstractItemDelegate::NoHint : destino);
+}
+
+/// True when a movement leads from the row for adding to the next one, which is there only when
+/// the first has been written.
+bool DataGrid::AnadeAlPie(CursorAction accion) const
+{
+    const QModelIndex celda = currentIndex();
+    const bool alFinal = celda.column() == modelo_->columnCount() - 1;
+    return modelo_->HayCambios() && modelo_->EsFilaNueva(celda.row()) &&
+           (accion == MoveDown || (accion == MoveNext && alFinal));
+}
+
+QModelIndex DataGrid::moveCursor(CursorAction accion, Qt::KeyboardModifiers teclas)
+{
+    if (modelo_ && AnadeAlPie(accion) && !GuardaFila())
+        return currentIndex();
+    const QModelIndex destino = QTableView::moveCursor(accion, teclas);
+    if (destino.isValid() && destino.row() != currentIndex().row() && !GuardaFila())
+        return currentIndex();
+    return destino;
+}
+
+void DataGrid::mousePressEvent(QMouseEvent* evento)
+{
+    const QModelIndex destino = indexAt(evento->position().toPoint());
+    const bool mismaFila = destino.row() == currentIndex().row();
+    if (!(mismaFila ? CierraEditor() : GuardaFila()))
+        return;
+    QTableView::mousePressEvent(evento);
+}
+
+void DataGrid::keyPressEvent(QKeyEvent* evento)
+{
+    if (!modelo_)
+        return QTableView::keyPressEvent(evento);
+    if (evento->matches(QKeySequence::Copy))
+        return CopiaSeleccion();
+    if (evento->key() == Qt::Key_Delete && grid_.AllowDelete)
+        return BorraSeleccion();
+    if (evento->key() == Qt::Key_Escape && modelo_->HayCambios())
+        return modelo_->DescartaFila();
+    QTableView::keyPressEvent(evento);
+}
+
+void DataGrid::contextMenuEvent(QContextMenuEvent* evento)
+{
+    if (!modelo_)
+        return;
+    QMenu menu(this);
+    menu.addAction(QStringLiteral("&Copiar\tCtrl+C"), this, &DataGrid::CopiaSeleccion);
+    menu.addAction(QStringLiteral("&Seleccionar todo\tCtrl+A"), this, &DataGrid::selectAll);
+    if (grid_.AllowDelete)
+        menu.addAction(QStringLiteral("&Eliminar\tSupr"), this, &DataGrid::BorraSeleccion);
+    menu.exec(evento->globalPos());
+}
+
+/// The row is left for another control of the window, not for another window that came in front.
+void DataGrid::SigueElFoco(const QWidget* antes, const QWidget* ahora)
+{
+    const auto dentro = [this](const QWidget* control) {
+        return control == this || isAncestorOf(control);
+    };
+    if (!antes || !ahora || ahora->window() != window() || !dentro(antes) || dentro(ahora))
+        return;
+    if (!GuardaFila())
+        QMetaObject::invokeMethod(
+            this, [this] { (editor_ ? editor_.data() : this)->setFocus(); }, Qt::QueuedConnection);
+}
+
+QString DataGrid::ColumnaActual() const
+{
+    const int columna = currentIndex().isValid() ? currentIndex().column() : columna_;
+    const auto indice = static_cast<std::size_t>(columna);
+    const QString actual =
+        indice < grid_.columnas.size() ? grid_.columnas[indice].DataField : QString();
+    return actual.isEmpty() ? grid_.DataFields().value(0) : actual;
+}
+
+std::vector<int> DataGrid::SelBookmarks() const
+{
+    std::set<int> filas;
+    for (const QItemSelectionRange& tramo : selectionModel()->selection())
+        for (int fila = tramo.top(); fila <= tramo.bottom(); ++fila)
+            if (!modelo_->EsFilaNueva(fila))
+                filas.insert(fila);
+    return {filas.begin(), filas.end()};
+}
+
+void DataGrid::SeleccionaTodoGrid()
+{
+    if (!modelo_ || modelo_->Filas() == 0)
+        return;
+    const QItemSelection todas(modelo_->index(0, 0),
+                               modelo_->index(modelo_->Filas() - 1, modelo_->columnCount() - 1));
+    selectionModel()->select(todas, QItemSelectionModel::ClearAndSelect);
+}
+
+void DataGrid::CopiaSeleccion()
+{
+    data::CopiaSeleccion(grid_, *adodc_, SelBookmarks(), *escritorio_);
+}
+
+void DataGrid::BorraSeleccion()
+{
+    if (editor_)
+        closeEditor(editor_, QAbstractItemDelegate::RevertModelCache);
+    {
+        const QScopedValueRollback guarda(acompasando_, true);
+        Frontera([&] { modelo_->BorraFilas(SelBookmarks()); });
+    }
+    SigueAlConjunto();
+    emit FilaCambiada();
+}
+
+} // namespace tolmo::data::ui

@@ -1,0 +1,69 @@
+#pragma once
+#include "data/grid_de_prueba.h"
+#include "data/ui/DataGrid.h"
+#include <QApplication>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTest>
+
+/// A desktop that keeps what is given to it.
+struct EscritorioDePrueba : tolmo::data::Escritorio {
+    QStringList copiado{};
+    void AbreDocumento(const QString&) override { FAIL() << "no document is opened here"; }
+    void CopiaAlPortapapeles(const QString& texto) override { copiado << texto; }
+};
+
+template <class Control> Control& Hijo(const QObject& ventana, const char* nombre)
+{
+    auto* control = ventana.findChild<Control*>(nombre);
+    if (!control)
+        throw std::logic_error(nombre);
+    return *control;
+}
+
+inline void Muestra(QWidget& ventana)
+{
+    ventana.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&ventana));
+}
+
+/// What waits in the queue is done.
+inline void Reposa()
+{
+    QCoreApplication::processEvents();
+}
+
+inline QPoint SitioDeCelda(const QTableView& grid, int fila, int columna)
+{
+    return grid.visualRect(grid.model()->index(fila, columna)).center();
+}
+
+inline void PulsaCelda(QTableView& grid, int fila, int columna,
+                       Qt::KeyboardModifiers teclas = Qt::NoModifier)
+{
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, teclas, SitioDeCelda(grid, fila, columna));
+    Reposa();
+}
+
+inline void PulsaCabecera(QTableView& grid, int columna)
+{
+    QHeaderView* cabecera = grid.horizontalHeader();
+    QTest::mouseClick(cabecera->viewport(), Qt::LeftButton, {},
+                      {cabecera->sectionViewportPosition(columna) + 10, 8});
+    Reposa();
+}
+
+inline QString Celda(const QTableView& grid, int fila, int columna)
+{
+    return grid.model()->index(fila, columna).data().toString();
+}
+
+/// The editor of a cell, open on the screen; nullptr when there is none.
+inline QLineEdit* Editor(const QTableView& grid)
+{
+    for (auto* caja : grid.viewport()->findChildren<QLineEdit*>())
+        if (caja->isVisible())
+            return caja;
+    return nullptr;
+}
