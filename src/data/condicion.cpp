@@ -100,6 +100,12 @@ QStringList ConstructorCondicion::Objetos() const
     return objetos << Vacio;
 }
 
+void ConstructorCondicion::EmpiezaDeNuevo()
+{
+    filas_.assign(1, {});
+    condicion_.clear();
+}
+
 bool ConstructorCondicion::FilaVacia(int fila) const
 {
     return Vacia(filas_.at(static_cast<std::size_t>(fila)));

@@ -46,6 +46,8 @@ class ConstructorCondicion {
     static QStringList Operadores();
     QStringList Objetos() const;
 
+    /// One empty row and no condition; the fields stay.
+    void EmpiezaDeNuevo();
     const std::vector<FilaCondicion>& Filas() const { return filas_; }
     bool FilaVacia(int fila) const;
     /// False for the joining word of the first row and for the sentences.

@@ -389,6 +389,18 @@ TEST_F(ConstructorTest, EmpiezaConUnaFilaVacia)
     EXPECT_EQ(constructor.Destino, Lenguaje::Sql);
 }
 
+TEST_F(ConstructorTest, EmpezarDeNuevoDejaUnaFilaVaciaYLosCampos)
+{
+    Condicion({{"", "Nombre", "=", "Ana"}});
+
+    constructor.EmpiezaDeNuevo();
+
+    EXPECT_EQ(constructor.Filas().size(), 1U);
+    EXPECT_TRUE(constructor.FilaVacia(0));
+    EXPECT_EQ(constructor.Condicion(), "");
+    EXPECT_EQ(constructor.Objetos().size(), 9);
+}
+
 TEST_F(ConstructorTest, CompletarLaUltimaFilaTraeOtra)
 {
     constructor.PonCelda(0, ConstructorCondicion::Condicion1, "Nombre");
