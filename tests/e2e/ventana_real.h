@@ -9,8 +9,7 @@
 class VentanaReal {
   public:
     explicit VentanaReal(EmpresaReal& empresa)
-        : empresa_(empresa),
-          programa_(avisos_, reloj_, tolmo::data::CreaProveedor, empresa.Actual())
+        : empresa_(empresa), programa_(avisos, reloj_, tolmo::data::CreaProveedor, empresa.Actual())
     {
         reloj_.ahora = QDateTime::currentDateTime();
         programa_.LblEmpresa = "000001 Casa de prueba";
@@ -38,11 +37,13 @@ class VentanaReal {
         });
     }
 
+    tolmo::data::Programa& Programa() { return programa_; }
+
     ProgresoDePrueba progreso{};
+    AvisosDePrueba avisos{};
 
   private:
     EmpresaReal& empresa_;
-    AvisosDePrueba avisos_{};
     RelojDePrueba reloj_{};
     tolmo::data::Programa programa_;
 };
