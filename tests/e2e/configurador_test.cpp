@@ -118,4 +118,46 @@ TEST_F(ConConfigurador, LaTiendaTieneLasExistenciasDeLaCombinacion)
     EXPECT_EQ(EnLineas((corrida.log + soloStock.log).filter("ERRORES")), "");
 }
 
+/// The same company in a database that reaches the management program's tables by stored queries
+/// of its own: theirs give each value a weight, and take away the size T1.
+struct EnPasoATraves : testing::Test {
+    static void SetUpTestSuite()
+    {
+        EmpresaReal empresa(TiendaComun({.generacion = "1.6.0", .idiomas = 1}),
+                            {{"PS_MODOCONFIGURADOR", "True"}});
+        empresa.Sql(
+            SqlArticulo("01A", {{"FECHAMODIFICACION", "Null"}}) + ConConfigurador::SqlOpciones() +
+            ConConfigurador::SqlConfiguracion() +
+            "CREATE VIEW PS_CONFIGURADOS_EN_PASO_A_TRAVES AS SELECT CODARTICULO FROM CONF_ART_CAT;\n"
+            "CREATE PROCEDURE PS_BORRA_PS_CONF_ART_CAT AS DELETE FROM PS_CONF_ART_CAT;\n"
+            "CREATE PROCEDURE PS_BORRA_PS_CONF_ART_VAL AS DELETE FROM PS_CONF_ART_VAL;\n"
+            "CREATE PROCEDURE PS_CARGA_PS_CONF_ART_CAT AS INSERT INTO PS_CONF_ART_CAT (CODARTICULO,CODCATEGORIA,DESCRIPCION,TIPO) SELECT CODARTICULO,CODCATEGORIA,DESCRIPCION,TIPOVALOR FROM CONF_ART_CAT;\n"
+            "CREATE PROCEDURE PS_CARGA_PS_CONF_ART_VAL AS INSERT INTO PS_CONF_ART_VAL (CODARTICULO,CODCATEGORIA,VALOR,ID,SECUENCIA,INC_PVP,PESO) SELECT CODARTICULO,CODCATEGORIA,VALOR,ID,SECUENCIA,PVP1,0.25 FROM CONF_ART_VAL;\n"
+            "CREATE PROCEDURE PS_QUITAR_VALORES_NO_USADOS AS DELETE FROM PS_CONF_ART_VAL WHERE CODCATEGORIA='XXX' OR VALOR='T1';\n");
+        corrida = empresa.Corre();
+    }
+
+    static inline ResultadoCorrida corrida{};
+};
+
+TEST_F(EnPasoATraves, LasConsultasDeLaEmpresaHacenLaCarga)
+{
+    const QString desde = " From ps_product WHERE REFERENCE ='01A'";
+    const QString valor =
+        "INSERT INTO ps_product_attribute_combination (ID_ATTRIBUTE,ID_PRODUCT_ATTRIBUTE) SELECT ";
+    const QString fila =
+        "INSERT INTO ps_product_attribute (ID_PRODUCT_ATTRIBUTE,ID_PRODUCT,PRICE,WEIGHT,DEFAULT_ON) SELECT ";
+    const QString primera = "CONCAT(ID_PRODUCT,RIGHT(CONCAT('00000','1'),5)) ";
+    const QString segunda = "CONCAT(ID_PRODUCT,RIGHT(CONCAT('00000','2'),5)) ";
+
+    EXPECT_EQ(EnLineas(corrida.Sentencias("INSERT INTO ps_product_attribute_combination ")),
+              EnLineas({valor + "001002," + primera + desde, valor + "002002," + primera + desde,
+                        valor + "001001," + segunda + desde, valor + "002002," + segunda + desde}));
+    EXPECT_EQ(EnLineas(corrida.Sentencias("INSERT INTO ps_product_attribute ")),
+              EnLineas({fila + primera + ", ID_PRODUCT,1.5,0.5,1" + desde,
+                        fila + segunda + ", ID_PRODUCT,2.5,0.5,NULL" + desde}));
+    EXPECT_EQ(EnLineas(corrida.log.filter("ERRORES")), "");
+    EXPECT_EQ(corrida.errores, "");
+}
+
 } // namespace

@@ -19,6 +19,16 @@ class FaltasDeArranque : public testing::Test {
         EXPECT_EQ(EnLineas(corrida.http), "");
         EXPECT_EQ(EnLineas(corrida.log), "\n"); // no log file
     }
+    /// The two boxes of a statement that the engine refuses for `nombre`. "{s}" stands for the
+    /// number of the process's table.
+    static void SonLasCajas(const QString& errores, const QString& nombre, const QString& sentencia)
+    {
+        QString patron = QRegularExpression::escape(sentencia + CierreDePrograma);
+        patron.replace("\\{s\\}", "(\\d{14})");
+        const QRegularExpression cajas("^ERROR: -?\\d+Descripción: [^\n]*" + nombre +
+                                       "[^\n]*Módulo: [^\n]*\n" + patron + '$');
+        EXPECT_TRUE(cajas.match(errores).hasMatch()) << errores.toStdString();
+    }
 };
 
 TEST_F(FaltasDeArranque, SinBDLOCALSaleLaCajaDelArranque)
@@ -158,16 +168,6 @@ class ColumnaDeIdiomaQueNoExiste : public FaltasDeArranque {
                     ") VALUES ('000001',1,'" + valor + "');\n");
         return empresa.Corre();
     }
-    /// The two boxes of a statement that the engine refuses for `nombre`. "{s}" stands for the
-    /// number of the process's table.
-    static void SonLasCajas(const QString& errores, const QString& nombre, const QString& sentencia)
-    {
-        QString patron = QRegularExpression::escape(sentencia + CierreDePrograma);
-        patron.replace("\\{s\\}", "(\\d{14})");
-        const QRegularExpression cajas("^ERROR: -?\\d+Descripción: [^\n]*" + nombre +
-                                       "[^\n]*Módulo: [^\n]*\n" + patron + '$');
-        EXPECT_TRUE(cajas.match(errores).hasMatch()) << errores.toStdString();
-    }
 };
 
 // clang-format off
@@ -215,6 +215,30 @@ TEST_F(ColumnaDeIdiomaQueNoExiste, EnElNombreDeArticuloLasFamiliasYaEnviadasSeQu
     EXPECT_EQ(EnLineas(corrida.log.mid(corrida.log.size() - 3)), "EJECUTANDO REMOTAMENTE Actualización de familias ...Fin\nActualizando y modificando articulos\n\n");
     EXPECT_EQ(tienda.Sql("SELECT id_category,kov_familia FROM ps_category WHERE id_category>2"), (std::vector<QStringList>{{"3", "01"}}));
     EXPECT_EQ(tienda.Sql("SELECT COUNT(*) FROM ps_product"), (std::vector<QStringList>{{"0"}}));
+}
+
+// The load of the configurator is the very first step, and nothing undoes what it has done.
+TEST_F(FaltasDeArranque, UnPasoDeLaCargaDelConfiguradorQueFallaDejaHechosLosAnteriores)
+{
+    EmpresaReal empresa(tienda, {{"PS_MODOCONFIGURADOR", "True"}});
+    empresa.Sql(SqlCatalogo() +
+                "INSERT INTO PS_CONF_ART_CAT (CODARTICULO,CODCATEGORIA,DESCRIPCION) VALUES ('0101A','COL','A mano');\n"
+                "INSERT INTO PS_CONF_ART_VAL (CODARTICULO,CODCATEGORIA,VALOR,ID,SECUENCIA,INC_PVP) VALUES ('0101A','COL','ZZ',9,9,9);\n"
+                "INSERT INTO CONF_ART_CAT (CODARTICULO,CODCATEGORIA,DESCRIPCION,TIPOVALOR) VALUES ('0101A','COL','Color','V');\n"
+                "DROP TABLE CONF_ART_VAL;\n");
+
+    const ResultadoCorrida corrida = empresa.Corre();
+
+    EXPECT_EQ(corrida.estado, 1);
+    SonLasCajas(corrida.errores, "CONF_ART_VAL", "insert into PS_CONF_ART_VAL (CODARTICULO, CODCATEGORIA, VALOR, ID, SECUENCIA, INC_PVP, INC_PVP2, INC_PVP3, INC_PVP4, INC_PVP5, PESO, FOTO)SELECT CODARTICULO, CODCATEGORIA, VALOR, ID, SECUENCIA, PVP1, PVP2, PVP3, PVP4, PVP5, 0, LINK FROM CONF_ART_VAL");
+    NadaLlegaALaTienda(corrida);
+    const auto base = data::AbreBaseEmbebida(empresa.Carpeta().Ruta("bases/BD000001.sqlite"));
+    const auto atributos = base->Consulta("SELECT CODARTICULO,DESCRIPCION,TIPO FROM PS_CONF_ART_CAT", false).valores;
+    ASSERT_EQ(atributos.size(), 3U);
+    EXPECT_EQ(data::Texto(atributos[0]), "0101A");
+    EXPECT_EQ(data::Texto(atributos[1]), "Color");
+    EXPECT_EQ(data::Texto(atributos[2]), "V");
+    EXPECT_TRUE(base->Consulta("SELECT VALOR FROM PS_CONF_ART_VAL", false).valores.empty());
 }
 
 TEST_F(FaltasDeArranque, LaClaveDeUnaSentenciaQueFallaSeTapaConAsteriscos)
