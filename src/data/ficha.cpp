@@ -31,8 +31,12 @@ QString SqlTexto(const QString& texto, ClaseColumna clase)
 {
     if (EstaVacio(texto))
         return Nada;
-    if (clase == ClaseColumna::Numero || clase == ClaseColumna::Logico)
+    if (clase == ClaseColumna::Numero)
         return EsNumerico(texto) ? Texto(ValorNumerico(texto)) : Nada;
+    if (clase == ClaseColumna::Logico) {
+        const auto logico = LeeLogico(texto);
+        return logico ? SqlCasilla(*logico, clase) : Nada;
+    }
     return u'\'' + texto + u'\'';
 }
 

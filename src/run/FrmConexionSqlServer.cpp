@@ -1,6 +1,6 @@
 #include "run/FrmConexionSqlServer.h"
+#include "data/ui/controles.h"
 #include "ui_FrmConexionSqlServer.h"
-#include <QEvent>
 
 using tolmo::run::AccesoSql;
 
@@ -9,8 +9,7 @@ FrmConexionSqlServer::FrmConexionSqlServer(const QString& servidor, QWidget* pad
 {
     ui_->setupUi(this);
     ui_->TxtServidor->setText(servidor);
-    for (QLineEdit* caja : {ui_->TxtServidor, ui_->TxtCodUsuario, ui_->TxtClvUsuario})
-        caja->installEventFilter(this);
+    tolmo::data::ui::SeleccionaAlEntrar(*this);
     connect(ui_->Option2, &QRadioButton::toggled, this, [this](bool conUsuario) {
         ui_->TxtCodUsuario->setEnabled(conUsuario);
         ui_->TxtClvUsuario->setEnabled(conUsuario);
@@ -28,13 +27,4 @@ AccesoSql FrmConexionSqlServer::Acceso() const
         acceso.credenciales = {.usuario = ui_->TxtCodUsuario->text(),
                                .clave = ui_->TxtClvUsuario->text()};
     return acceso;
-}
-
-bool FrmConexionSqlServer::eventFilter(QObject* objeto, QEvent* evento)
-{
-    if (evento->type() == QEvent::FocusIn)
-        // Behind the press of the mouse that brings the focus, which would clear the selection.
-        if (auto* caja = qobject_cast<QLineEdit*>(objeto))
-            QMetaObject::invokeMethod(caja, &QLineEdit::selectAll, Qt::QueuedConnection);
-    return QDialog::eventFilter(objeto, evento);
 }

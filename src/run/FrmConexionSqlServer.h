@@ -21,7 +21,5 @@ class FrmConexionSqlServer : public QDialog {
     tolmo::run::AccesoSql Acceso() const;
 
   private:
-    bool eventFilter(QObject* objeto, QEvent* evento) override;
-
     std::unique_ptr<Ui::FrmConexionSqlServer> ui_;
 };

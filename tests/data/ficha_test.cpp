@@ -72,6 +72,14 @@ TEST(ValorSqlControl, LaColumnaNumericaLlevaElNumeroDelTexto)
     EXPECT_EQ(data::ValorSqlControl(Caja("C", "abc"), Entero), "null");
 }
 
+TEST(ValorSqlControl, ElTextoDeUnaColumnaLogicaSeEntiendeComoSiONo)
+{
+    EXPECT_EQ(data::ValorSqlControl(Caja("C", "True"), Logico), " 1 ");
+    EXPECT_EQ(data::ValorSqlControl(Caja("C", "no"), Logico), " 0 ");
+    EXPECT_EQ(data::ValorSqlControl(Caja("C", ""), Logico), "null");
+    EXPECT_EQ(data::ValorSqlControl(Caja("C", "quizás"), Logico), "null");
+}
+
 TEST(ValorSqlControl, LaListaDaSuPosicionAlNumeroYSuTextoAlTexto)
 {
     EXPECT_EQ(data::ValorSqlControl(Lista("C", 2, "Oro"), Entero), "2");

@@ -390,6 +390,11 @@ QString DataGrid::ColumnaActual() const
     return actual.isEmpty() ? grid_.DataFields().value(0) : actual;
 }
 
+Valor DataGrid::ValorActual(const QString& columna) const
+{
+    return modelo_->ValorDe(currentIndex().row(), columna);
+}
+
 std::vector<int> DataGrid::SelBookmarks() const
 {
     std::set<int> filas;

@@ -41,6 +41,8 @@ class DataGrid : public QTableView {
 
     /// The DataField of the current column, or of the first one.
     QString ColumnaActual() const;
+    /// A column of the current row, as it is being typed; Empty without a current row.
+    Valor ValorActual(const QString& columna) const;
     /// The selected rows, from 0 and in their order.
     std::vector<int> SelBookmarks() const;
     void SeleccionaTodoGrid();
@@ -51,7 +53,8 @@ class DataGrid : public QTableView {
     void reset() override;
 
   signals:
-    /// Another row is current, or none; also after the rows were read anew.
+    /// Another row is current, or none; also after the rows were read anew. What it leads to in
+    /// the engine goes through EnFrontera.
     void FilaCambiada();
     /// The head of a column was clicked and the rows stand in its order.
     void Ordenado(const tolmo::data::EtiquetaGrid& etiqueta);

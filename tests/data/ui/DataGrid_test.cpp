@@ -94,6 +94,19 @@ TEST_F(DataGridTest, UnaPulsacionHaceActualSuFila)
     EXPECT_EQ(cambios.count(), 1);
 }
 
+TEST_F(DataGridTest, ElValorActualEsElQueSeEstaEscribiendo)
+{
+    EXPECT_EQ(rejilla->ValorActual("nombre"), data::Valor("Tornillo"));
+    EXPECT_EQ(rejilla->ValorActual("EMPRESA"), data::Valor("000001")) << "a column not shown";
+
+    Teclea(0, Nombre, "Clavo");
+    Intro();
+    EXPECT_EQ(rejilla->ValorActual("NOMBRE"), data::Valor("Clavo"));
+    EXPECT_FALSE(rejilla->ValorActual("COLOR").isValid());
+    PulsaCelda(*rejilla, FilaNueva, Codigo);
+    EXPECT_FALSE(rejilla->ValorActual("NOMBRE").isValid());
+}
+
 TEST_F(DataGridTest, LaPosicionDelConjuntoLlevaAlGrid)
 {
     adodc.Ultima();
