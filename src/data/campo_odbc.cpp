@@ -97,8 +97,10 @@ Valor ComoValor(const QVariant& leido, const Campo& campo)
                                                                  : Valor(leido.toLongLong());
     case QMetaType::QDate:
         return leido.toDate().isValid() ? leido : Nulo();
-    case QMetaType::QDateTime:
-        return leido.toDateTime().isValid() ? leido : Nulo();
+    case QMetaType::QDateTime: {
+        const QDateTime momento = MomentoDe(leido);
+        return momento.isValid() ? Valor(momento) : Nulo();
+    }
     default:
         return leido;
     }

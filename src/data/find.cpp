@@ -136,7 +136,7 @@ class Comparador {
         case ClaseColumna::Logico:
             return (EstaVacio(valor) ? 0.0 : 1.0) <=> numero_;
         case ClaseColumna::Fecha:
-            return valor.toDateTime().toMSecsSinceEpoch() <=> fecha_.toMSecsSinceEpoch();
+            return MomentoDe(valor).toMSecsSinceEpoch() <=> fecha_.toMSecsSinceEpoch();
         case ClaseColumna::Texto:
             break;
         }

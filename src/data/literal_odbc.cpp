@@ -22,7 +22,7 @@ QString TextoDeFecha(const Valor& valor, bool mySql)
 {
     if (valor.typeId() == QMetaType::QDate)
         return valor.toDate().toString(mySql ? u"yyyy-MM-dd" : u"yyyyMMdd");
-    const QDateTime momento = valor.toDateTime();
+    const QDateTime momento = MomentoDe(valor);
     const bool conMilesimas = momento.time().msec() != 0;
     return momento.toString(conMilesimas ? u"yyyy-MM-ddTHH:mm:ss.zzz" : u"yyyy-MM-ddTHH:mm:ss");
 }

@@ -286,6 +286,19 @@ bool EsNumerico(const QString& texto)
     return LeeNumero(texto).has_value();
 }
 
+QDateTime SinZona(const QDate& dia, const QTime& hora)
+{
+    return {dia, hora, Qt::UTC};
+}
+
+QDateTime MomentoDe(const Valor& fecha)
+{
+    if (fecha.typeId() == QMetaType::QDate)
+        return SinZona(fecha.toDate());
+    const QDateTime momento = fecha.toDateTime();
+    return SinZona(momento.date(), momento.time());
+}
+
 QString RellenaCeros(const QString& texto, int ancho, const QString& lado)
 {
     const qsizetype total = ancho < 0 ? texto.size() : ancho;
@@ -310,7 +323,7 @@ QDateTime LeeFecha(const QString& texto)
         hora = LeeHora(lector);
     if (!lector.Bien() || !lector.Agotado() || !dia.isValid() || !hora.isValid())
         return {};
-    return {dia, hora};
+    return SinZona(dia, hora);
 }
 
 } // namespace tolmo::data

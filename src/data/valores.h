@@ -43,6 +43,13 @@ Valor SinNulo(const Valor& valor);
 /// The number in `valor`, 0 when it is empty or doesn't read as a number.
 double ValorNumerico(const Valor& valor);
 
+/// A moment as the databases hold it, without a zone. Held as UTC, where no clock changes: in local
+/// time the hour that is skipped in spring doesn't exist, and a moment in it would be none.
+QDateTime SinZona(const QDate& dia, const QTime& hora = QTime(0, 0));
+
+/// The moment of a date, with or without a time, for comparing.
+QDateTime MomentoDe(const Valor& fecha);
+
 /// True when the whole text reads as a number ("." as decimal symbol, blanks around allowed).
 bool EsNumerico(const QString& texto);
 

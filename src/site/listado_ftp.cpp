@@ -1,4 +1,5 @@
 #include "site/listado_ftp.h"
+#include "data/valores.h"
 #include <QRegularExpression>
 
 namespace tolmo::site {
@@ -37,9 +38,10 @@ QDateTime MomentoUnix(const QRegularExpressionMatch& m, const QDate& hoy)
     const QString cuando = m.captured(QStringLiteral("cuando"));
     const qsizetype dosPuntos = cuando.indexOf(u':');
     if (dosPuntos < 0)
-        return QDate(cuando.toInt(), mes, dia).startOfDay();
+        return data::SinZona(QDate(cuando.toInt(), mes, dia));
     const QDate fecha = ConAno(mes, dia, hoy);
-    return {fecha, QTime(cuando.left(dosPuntos).toInt(), cuando.mid(dosPuntos + 1).toInt())};
+    return data::SinZona(fecha,
+                         QTime(cuando.left(dosPuntos).toInt(), cuando.mid(dosPuntos + 1).toInt()));
 }
 
 std::optional<DatosBusqueda> LeeUnix(const QString& linea, const QDate& hoy)
@@ -79,8 +81,8 @@ std::optional<DatosBusqueda> LeeWindows(const QString& linea)
     const bool carpeta = m.captured(7) == u"<DIR>";
     return DatosBusqueda{
         .atributos = carpeta ? atributo::Carpeta : atributo::Normal,
-        .escritura = {QDate(siglo + ano, m.captured(1).toInt(), m.captured(2).toInt()),
-                      QTime(hora, m.captured(5).toInt())},
+        .escritura = data::SinZona(QDate(siglo + ano, m.captured(1).toInt(), m.captured(2).toInt()),
+                                   QTime(hora, m.captured(5).toInt())),
         .tamano = carpeta ? 0 : m.captured(7).toULongLong(),
         .nombre = Desnudo(m.captured(8))};
 }

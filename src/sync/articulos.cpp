@@ -230,11 +230,11 @@ bool HaCambiado(const data::Valor& date_upd, const data::Valor& FECHAMODIFICACIO
     if (data::EstaVacio(FECHAMODIFICACION))
         return true;
     const QDateTime modificacion = data::EsFecha(FECHAMODIFICACION)
-                                       ? FECHAMODIFICACION.toDateTime()
+                                       ? data::MomentoDe(FECHAMODIFICACION)
                                        : data::LeeFecha(Texto(FECHAMODIFICACION));
     // The day alone: the shop itself may have dated the product later the same day.
     return modificacion.date() == hoy || data::EsNulo(date_upd) ||
-           date_upd.toDateTime() < modificacion;
+           data::MomentoDe(date_upd) < modificacion;
 }
 
 void PasaArticulos(Corrida& corrida)

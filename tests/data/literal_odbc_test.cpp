@@ -34,6 +34,8 @@ INSTANTIATE_TEST_SUITE_P(
         CasoLiteral{"Fecha", QDate(2024, 3, 5), "'2024-03-05'", "'20240305'"},
         CasoLiteral{"Momento", QDateTime(QDate(2024, 3, 5), QTime(9, 5, 7)),
                     "'2024-03-05T09:05:07'", "'2024-03-05T09:05:07'"},
+        CasoLiteral{"EnLaHoraQueElCambioSalta", QDateTime(QDate(2024, 3, 31), QTime(2, 30)),
+                    "'2024-03-31T02:30:00'", "'2024-03-31T02:30:00'"},
         CasoLiteral{"MomentoConMilesimas", QDateTime(QDate(2024, 3, 5), QTime(9, 5, 7, 120)),
                     "'2024-03-05T09:05:07.120'", "'2024-03-05T09:05:07.120'"}),
     [](const auto& caso) { return caso.param.regla; });

@@ -158,6 +158,15 @@ TEST_F(Odbc, LasFechasSalenFechas)
     EXPECT_EQ(Texto(fila["c"]), "01/07/2024 23:59:58");
 }
 
+// The shop's server writes its own hour, and this one Spain's clocks skipped.
+TEST_F(Odbc, UnMomentoEnLaHoraQueElCambioSaltaNoEsNulo)
+{
+    const auto fila = Lee("SELECT CAST('2024-03-31 02:30:00' AS DATETIME) AS f");
+
+    EXPECT_EQ(Texto(fila["f"]), "31/03/2024 2:30:00");
+    EXPECT_TRUE(fila["f"].toDateTime().isValid());
+}
+
 TEST_F(Odbc, UnaFechaDeCerosEsNula)
 {
     tienda->Ejecuta("CREATE TABLE ceros (a DATE NOT NULL, b DATETIME NOT NULL);"

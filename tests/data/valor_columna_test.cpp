@@ -33,7 +33,7 @@ TEST(ValorDeColumna, CadaTipoTieneSuValor)
     EXPECT_EQ(Lee(4, "0.1"), Valor(0.1F));
     EXPECT_EQ(Lee(6, "1.00004"), Valor(1.0));
     EXPECT_EQ(Lee(6, "-1.00006"), Valor(-1.0001));
-    EXPECT_EQ(Lee(135, "15/03/2024"), Valor(QDateTime(QDate(2024, 3, 15), QTime(0, 0))));
+    EXPECT_EQ(Lee(135, "15/03/2024"), Valor(data::SinZona(QDate(2024, 3, 15))));
     EXPECT_EQ(Lee(11, "sí"), Valor(true));
     EXPECT_EQ(Lee(11, ""), Valor(false));
 }

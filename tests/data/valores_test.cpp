@@ -228,18 +228,19 @@ TEST_P(LeeFecha, DaElMomentoONada)
     EXPECT_EQ(data::LeeFecha(GetParam().texto), GetParam().momento);
 }
 
-const QTime Medianoche(0, 0);
-
 INSTANTIATE_TEST_SUITE_P(
     Casos, LeeFecha,
     testing::Values(
-        CasoLectura{"DiaMesAno", "05/03/2024", {QDate(2024, 3, 5), Medianoche}},
-        CasoLectura{"UnaCifra", "5/3/2024", {QDate(2024, 3, 5), Medianoche}},
-        CasoLectura{"AnoMesDia", "2024/03/05", {QDate(2024, 3, 5), Medianoche}},
-        CasoLectura{"ConGuiones", "2024-3-5", {QDate(2024, 3, 5), Medianoche}},
-        CasoLectura{"ConHora", "2024-03-05 9:07", {QDate(2024, 3, 5), QTime(9, 7)}},
-        CasoLectura{"ConSegundos", "05/03/2024 19:07:08", {QDate(2024, 3, 5), QTime(19, 7, 8)}},
-        CasoLectura{"ConBlancosAlrededor", " 05/03/2024 ", {QDate(2024, 3, 5), Medianoche}},
+        CasoLectura{"DiaMesAno", "05/03/2024", data::SinZona(QDate(2024, 3, 5))},
+        CasoLectura{"UnaCifra", "5/3/2024", data::SinZona(QDate(2024, 3, 5))},
+        CasoLectura{"AnoMesDia", "2024/03/05", data::SinZona(QDate(2024, 3, 5))},
+        CasoLectura{"ConGuiones", "2024-3-5", data::SinZona(QDate(2024, 3, 5))},
+        CasoLectura{"ConHora", "2024-03-05 9:07", data::SinZona(QDate(2024, 3, 5), QTime(9, 7))},
+        CasoLectura{"ConSegundos", "05/03/2024 19:07:08",
+                    data::SinZona(QDate(2024, 3, 5), QTime(19, 7, 8))},
+        CasoLectura{"EnLaHoraQueElCambioSalta", "31/03/2024 2:30",
+                    data::SinZona(QDate(2024, 3, 31), QTime(2, 30))},
+        CasoLectura{"ConBlancosAlrededor", " 05/03/2024 ", data::SinZona(QDate(2024, 3, 5))},
         CasoLectura{"DiaQueNoExiste", "30/02/2024", {}},
         CasoLectura{"FechaDeCeros", "0000-00-00", {}},
         CasoLectura{"SignosMezclados", "2024-03/05", {}},
@@ -248,5 +249,25 @@ INSTANTIATE_TEST_SUITE_P(
         CasoLectura{"ConAlgoDetras", "05/03/2024 x", {}}, CasoLectura{"SinNada", "", {}},
         CasoLectura{"SoloElAno", "2024-", {}}, CasoLectura{"UnNumero", "45000", {}}),
     [](const auto& caso) { return caso.param.regla; });
+
+// Spain's clocks went from 1:59:59 to 3:00:00 that night, and those of a shop's server needn't.
+TEST(SinZona, LaHoraQueElCambioSaltaExiste)
+{
+    const QDateTime momento = data::SinZona(QDate(2024, 3, 31), QTime(2, 30));
+
+    EXPECT_TRUE(momento.isValid());
+    EXPECT_EQ(data::Texto(momento), "31/03/2024 2:30:00");
+    EXPECT_LT(data::SinZona(QDate(2024, 3, 31), QTime(1, 59)), momento);
+    EXPECT_LT(momento, data::SinZona(QDate(2024, 3, 31), QTime(2, 31)));
+}
+
+TEST(MomentoDe, DeUnaFechaEsSuMedianocheYDeUnMomentoElMismo)
+{
+    EXPECT_EQ(data::MomentoDe(QDate(2024, 3, 5)), data::SinZona(QDate(2024, 3, 5)));
+    EXPECT_EQ(data::MomentoDe(QDateTime(QDate(2024, 3, 5), QTime(9, 7))),
+              data::SinZona(QDate(2024, 3, 5), QTime(9, 7)));
+    EXPECT_EQ(data::MomentoDe(QDateTime(QDate(2024, 3, 31), QTime(2, 30))),
+              data::SinZona(QDate(2024, 3, 31), QTime(2, 30)));
+}
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "data/valores.h"
 #include "site/cliente_ftp.h"
 #include <QDateTime>
 #include <filesystem>
@@ -89,7 +90,7 @@ TEST(GetDirectoryListing, DaFicherosYCarpetasConSusDatos)
     EXPECT_EQ(fichero.FileSize, 300);
     EXPECT_TRUE(fichero.Normal);
     EXPECT_FALSE(fichero.Directory);
-    EXPECT_EQ(fichero.LastWriteTime, QDateTime(QDate(2020, 2, 29), QTime(0, 0)));
+    EXPECT_EQ(fichero.LastWriteTime, data::SinZona(QDate(2020, 2, 29)));
     EXPECT_FALSE(fichero.CreationTime.isValid());
     EXPECT_EQ(lista->Item(2).Filename, "img");
     EXPECT_TRUE(lista->Item(2).Directory);
@@ -214,7 +215,7 @@ TEST(BuscaFichero, DaLaFechaDeEscritura)
     Fecha(p.remoto, "a.jpg", QDateTime(QDate(2020, 2, 29), QTime(12, 0), Qt::UTC));
     p.Abre();
 
-    EXPECT_EQ(p.ftp.BuscaFichero("a.jpg"), QDateTime(QDate(2020, 2, 29), QTime(0, 0)));
+    EXPECT_EQ(p.ftp.BuscaFichero("a.jpg"), data::SinZona(QDate(2020, 2, 29)));
 }
 
 TEST(BuscaFichero, LoQueNoSeEncuentraNoTieneFechaNiTextoDeError)

@@ -1,3 +1,4 @@
+#include "data/valores.h"
 #include "site/con_guion.h"
 #include <atomic>
 
@@ -390,7 +391,7 @@ TEST(Busqueda, UnServidorDeWindowsTambienSeEntiende)
     ASSERT_EQ(lista->Count(), 2);
     EXPECT_TRUE(lista->Item(1).Directory);
     EXPECT_EQ(lista->Item(2).FileSize, 1234);
-    EXPECT_EQ(lista->Item(2).LastWriteTime, QDateTime(QDate(2024, 3, 15), QTime(13, 5)));
+    EXPECT_EQ(lista->Item(2).LastWriteTime, data::SinZona(QDate(2024, 3, 15), QTime(13, 5)));
 }
 
 TEST(Busqueda, SinRespuestaEsUnFalloYNoUnaListaVacia)

@@ -1,3 +1,4 @@
+#include "data/valores.h"
 #include "site/listado_ftp.h"
 #include <gtest/gtest.h>
 
@@ -23,7 +24,7 @@ void PrintTo(const CasoLinea& caso, std::ostream* salida)
 
 QDateTime Momento(int ano, int mes, int dia, int hora = 0, int minuto = 0)
 {
-    return {QDate(ano, mes, dia), QTime(hora, minuto)};
+    return data::SinZona(QDate(ano, mes, dia), QTime(hora, minuto));
 }
 
 class LineaDeListado : public testing::TestWithParam<CasoLinea> {};
@@ -36,6 +37,7 @@ TEST_P(LineaDeListado, SeLeeEntera)
     EXPECT_EQ(entrada->nombre.toStdString(), GetParam().nombre);
     EXPECT_EQ(entrada->tamano, GetParam().tamano);
     EXPECT_EQ(entrada->atributos, GetParam().atributos);
+    EXPECT_TRUE(entrada->escritura.isValid());
     EXPECT_EQ(entrada->escritura, GetParam().escritura);
 }
 
@@ -52,6 +54,8 @@ INSTANTIATE_TEST_SUITE_P(
                   Momento(2024, 3, 16, 0, 30)},
         CasoLinea{"PasadoMananaNo", "-rw-r--r-- 1 t u 8 Mar 17 00:30 a", "a", 8, 128,
                   Momento(2023, 3, 17, 0, 30)},
+        CasoLinea{"EnLaHoraQueElCambioSalta", "-rw-r--r-- 1 t u 8 Mar 26 02:30 a", "a", 8, 128,
+                  data::SinZona(QDate(2023, 3, 26), QTime(2, 30))},
         CasoLinea{"Carpeta", "drwxr-xr-x   2 tolmo users      4096 Jan  2  2023 img", "img", 4096,
                   16, Momento(2023, 1, 2)},
         CasoLinea{"SinPermisoDeEscritura", "-r--r--r-- 1 t u 5 Jan  2  2023 a", "a", 5, 1,

@@ -37,6 +37,16 @@ TEST(HaCambiado, UnProductoSinFechaEnLaTiendaCuentaComoAnterior)
     EXPECT_TRUE(sync::HaCambiado(Nulo(), Dia(1, 10), Hoy));
 }
 
+TEST(HaCambiado, LaHoraQueElCambioDeHoraSaltaCuentaComoCualquiera)
+{
+    const QDate domingo(2024, 3, 31);
+    const QDateTime salta = data::SinZona(domingo, QTime(2, 30));
+    EXPECT_TRUE(sync::HaCambiado(data::SinZona(domingo, QTime(2, 29)), salta, Hoy));
+    EXPECT_FALSE(sync::HaCambiado(data::SinZona(domingo, QTime(2, 31)), salta, Hoy));
+    EXPECT_TRUE(sync::HaCambiado(salta, "31/03/2024 2:31", Hoy));
+    EXPECT_FALSE(sync::HaCambiado(salta, "31/03/2024 2:29", Hoy));
+}
+
 TEST(HaCambiado, UnaFechaGuardadaComoTextoSeLee)
 {
     EXPECT_TRUE(sync::HaCambiado(Dia(1, 9), "10/01/2024", Hoy));

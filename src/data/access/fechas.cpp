@@ -1,4 +1,5 @@
 #include "data/access/fechas.h"
+#include "data/valores.h"
 #include <array>
 #include <cmath>
 
@@ -202,7 +203,7 @@ Momento DesdeSerie(double serie)
 
 QDateTime AFechaHora(const Momento& momento)
 {
-    return {momento.dia, QTime::fromMSecsSinceStartOfDay(momento.segundos * 1000)};
+    return SinZona(momento.dia, QTime::fromMSecsSinceStartOfDay(momento.segundos * 1000));
 }
 
 Momento DesdeFechaHora(const QDateTime& fecha)

@@ -224,7 +224,7 @@ void LigaValor(Preparada& preparada, int parametro, const Valor& valor)
         break;
     case QMetaType::QDate:
     case QMetaType::QDateTime:
-        preparada.Liga(parametro, Iso(DesdeFechaHora(valor.toDateTime())));
+        preparada.Liga(parametro, Iso(DesdeFechaHora(MomentoDe(valor))));
         break;
     default:
         preparada.Liga(parametro, valor.toString());

@@ -49,7 +49,7 @@ TEST_F(ConsultasAccess, LosTiposSonLosDeAdo)
     EXPECT_EQ(filas.campos[0].ancho, 20);
     EXPECT_EQ(filas.valores[2], QVariant(10.5));
     EXPECT_EQ(filas.valores[3], QVariant(3));
-    EXPECT_EQ(filas.valores[4], QVariant(QDateTime(QDate(2024, 3, 15), QTime(0, 0))));
+    EXPECT_EQ(filas.valores[4], QVariant(tolmo::data::SinZona(QDate(2024, 3, 15))));
     EXPECT_EQ(filas.valores[5], QVariant(true));
 }
 

@@ -289,6 +289,17 @@ TEST_F(ConjuntosCambiables, SeEscribenPorLaFilaYNoPorSusValores)
     EXPECT_EQ(Tabla("SELECT N FROM T WHERE COD='c'"), "NULL");
 }
 
+TEST_F(ConjuntosCambiables, UnMomentoEnLaHoraQueElCambioSaltaSeGuardaYSeLeeEntero)
+{
+    const auto filas = Filas("SELECT * FROM T ORDER BY COD", true);
+
+    Proveedor().Actualiza(filas, 0, {{"F", QDateTime(QDate(2024, 3, 31), QTime(2, 30))}});
+
+    const auto leido = Uno("SELECT F FROM T WHERE COD='a'");
+    EXPECT_EQ(leido, QVariant(SinZona(QDate(2024, 3, 31), QTime(2, 30))));
+    EXPECT_TRUE(leido.toDateTime().isValid());
+}
+
 TEST_F(ConjuntosCambiables, UnTopTambienSeCambia)
 {
     const auto filas = Filas("SELECT TOP 1 * FROM T ORDER BY COD", true);
