@@ -251,7 +251,7 @@ TEST_F(Purga, ParaCuandoElProgramaVaAAcabar)
 {
     progreso.enCadaTurno = [this] { progreso.sigue = sitio.pasos.filter("PIDE").size() < 3; };
 
-    const QStringList pasos = Bloques({"CONCLUIDO"});
+    const QStringList pasos = Bloques(QStringList{"CONCLUIDO", "", ""} + NueveALaPrimera);
 
     EXPECT_EQ(pasos.last(), "TURNO");
     EXPECT_EQ(pasos.filter("LOG"),
