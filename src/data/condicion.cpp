@@ -70,7 +70,7 @@ void ConstructorCondicion::ArrayFiltro(std::span<const ColumnaGrid> columnas,
         const auto campo = std::find_if(campos.begin(), campos.end(), [&](const Campo& c) {
             return c.nombre.compare(columna.DataField, Qt::CaseInsensitive) == 0;
         });
-        if (columna.DataField.isEmpty() || campo == campos.end())
+        if (campo == campos.end())
             continue;
         entradas_.push_back({columna.Caption.isEmpty() ? columna.DataField : columna.Caption,
                              columna.DataField, Tipo(campo->tipo)});

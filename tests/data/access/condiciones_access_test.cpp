@@ -53,7 +53,7 @@ class CondicionesAccess : public testing::Test, public BaseDePrueba {
 struct CasoCondicion {
     const char* regla;
     Celdas celdas{};
-    const char* hallados;
+    QString hallados{};
 };
 
 class CondicionAccess : public CondicionesAccess,

@@ -76,10 +76,14 @@ class FrmCadenaBooleanaAvanzadaTest : public testing::Test {
     {
         return FlexCond()->visualItemRect(FlexCond()->item(fila, columna));
     }
+    /// Where a cell is in the window.
+    QPoint EnVentana(int fila, int columna)
+    {
+        return FlexCond()->viewport()->mapTo(&ventana, LugarDe(fila, columna).center());
+    }
     void PulsaCelda(int fila, int columna)
     {
-        QTest::mouseClick(FlexCond()->viewport(), Qt::LeftButton, {},
-                          LugarDe(fila, columna).center());
+        QTest::mouseClick(ventana.windowHandle(), Qt::LeftButton, {}, EnVentana(fila, columna));
         QCoreApplication::processEvents();
     }
     void PulsaEnLista(const char* caja, int posicion)
@@ -245,6 +249,30 @@ TEST_F(FrmCadenaBooleanaAvanzadaTest, SeConstruyeConElRaton)
     Pulsa("CmdAceptar");
 
     EXPECT_EQ(TxtFiltro.text(), "(EMAIL <> NOMBRE  And Not CODTARIFA IS NULL)");
+}
+
+TEST_F(FrmCadenaBooleanaAvanzadaTest, ElRatonEntraAlSoltarElBoton)
+{
+    // Before, letting it go would choose the entry that came up below the mouse.
+    QTest::mousePress(ventana.windowHandle(), Qt::LeftButton, {}, EnVentana(0, Operador));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Abierta(), nullptr);
+
+    QTest::mouseRelease(ventana.windowHandle(), Qt::LeftButton, {}, EnVentana(0, Operador));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(Desplegada());
+}
+
+TEST_F(FrmCadenaBooleanaAvanzadaTest, DeUnaListaDesplegadaSePasaAOtraCelda)
+{
+    PulsaCelda(0, Condicion1);
+    PulsaCelda(0, Condicion2); // takes the list up
+    EXPECT_FALSE(Desplegada());
+    PulsaCelda(0, Condicion2);
+
+    EXPECT_EQ(FlexCond()->currentColumn(), Condicion2);
+    EXPECT_TRUE(Desplegada());
+    EXPECT_EQ(Abierta()->geometry(), LugarDe(0, Condicion2));
 }
 
 TEST_F(FrmCadenaBooleanaAvanzadaTest, UnaTeclaEntraEnLaCeldaMarcada)
@@ -447,6 +475,7 @@ TEST_F(FrmCadenaBooleanaAvanzadaTest, LaFilaMarcadaSeEliminaYSuCajaSeVa)
     Pulsa("CmdEliminarFila");
 
     EXPECT_EQ(Abierta(), nullptr);
+    EXPECT_TRUE(FlexCond()->hasFocus());
     EXPECT_EQ(FlexCond()->rowCount(), 2);
     EXPECT_EQ(Fila(0), QStringList({"", "Nombre", "=", "Ana"}));
     EXPECT_EQ(Fila(1), QStringList({"", "", "", ""}));
