@@ -222,6 +222,37 @@ TEST_F(ArticuloTest, ElQueNoEsFavoritoNoSeEnlazaConElInicio)
     EXPECT_TRUE(p.Sentencias().isEmpty());
 }
 
+TEST_F(ArticuloTest, ConElFavoritoNuloNoSeEnlazaConElInicio)
+{
+    fila.Pon("FAVORITO", Nulo());
+    const sync::Articulo articulo = Prepara();
+
+    sync::EnlazaInicio(p.corrida, articulo);
+
+    EXPECT_TRUE(p.Sentencias().isEmpty());
+}
+
+TEST_F(ArticuloTest, UnaFamiliaAlternativaVaciaSePideComoOtraCualquiera)
+{
+    fila.Pon("FAMALT", "A,,B");
+    const sync::Articulo articulo = Prepara();
+    p.tienda.Espera("SELECT id_category FROM ps_category WHERE kov_familia='A'",
+                    HazFilas({"id_category"}, {{12}}));
+    p.tienda.Espera("SELECT id_category FROM ps_category WHERE kov_familia=''",
+                    HazFilas({"id_category"}, {{13}}));
+    p.tienda.Espera("SELECT id_category FROM ps_category WHERE kov_familia='B'",
+                    HazFilas({"id_category"}, {{14}}));
+
+    sync::EnlazaFamiliasAlternativas(p.corrida, articulo);
+
+    EXPECT_EQ(
+        p.Sentencias(),
+        (QStringList{
+            "INSERT INTO ps_category_product (id_category,id_product,position) VALUES (12,71,71)||",
+            "INSERT INTO ps_category_product (id_category,id_product,position) VALUES (13,71,71)||",
+            "INSERT INTO ps_category_product (id_category,id_product,position) VALUES (14,71,71)||"}));
+}
+
 TEST_F(ArticuloTest, LasFamiliasAlternativasNoSeRecortanYLasDesconocidasSeSaltan)
 {
     fila.Pon("FAMALT", "02, 03,04");

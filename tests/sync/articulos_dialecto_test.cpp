@@ -105,6 +105,30 @@ TEST_F(DialectoDeArticulos, EnElAltaUnSignoEnElCodigoAlternativoUneTodosLosValor
         " VALUES  CONCAT(71,null,null,2,1,0,null,0,0,10.5,0,'A','A , B',NULL,1.25,4,1,0,0,0,0,1,0,CAST('2024/03/15' AS DATE),CAST('2024/03/15' AS DATE),'1')||"));
 }
 
+// The word is taken for the limit of a query, which goes to the end: behind the terminator, and so
+// in front of the next sentence.
+TEST_F(DialectoDeArticulos, LaPalabraTopDeUnTextoSeVaConLaSiguienteDetrasDelFinal)
+{
+    fila.Pon("PSNOTAS0", "mesa top gama alta");
+
+    const QStringList lote = Cambia();
+
+    EXPECT_EQ(
+        lote.mid(2, 2),
+        (QStringList{
+            "UPDATE ps_product_lang SET link_rewrite='olla-d-acero',name='Olla d´acero',meta_keywords='k´1',meta_title='t´1',meta_description='d´1',description='mesa alta',description_short='corta ´x´<br>fin' WHERE id_product='33' AND id_lang=3|| LIMIT  gama",
+            "DELETE FROM ps_product_tag where id_product='33'||"}));
+}
+
+TEST_F(DialectoDeArticulos, LasLetrasDeUnTipoDeColumnaSeCambianDentroDeUnaPalabra)
+{
+    fila.Pon("PSCAMPODESCRIPCION0", "Un contexto");
+
+    EXPECT_EQ(
+        Inserta().value(2),
+        "INSERT INTO ps_product_lang (id_product,id_lang,link_rewrite,meta_keywords,meta_title,meta_description,name,description,description_short) VALUES (71,3,'un-coLONGTEXTo','k´1','t´1','d´1','Un coLONGTEXTo','uno<br>´dos´ ','corta ´x´<br>fin')||");
+}
+
 TEST_F(DialectoDeArticulos, UnSignoEnElCodigoAlternativoDejaLaLineaFueraDelFicheroDeRegistro)
 {
     fila.Pon("codalternativo", "A & B");

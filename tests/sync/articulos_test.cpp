@@ -252,6 +252,71 @@ TEST_F(PasaArticulosTest, EnElRangoSeActualizaAunqueNoHayaCambiado)
     EXPECT_TRUE(p.Log().contains("Actualizando articulo A / ALT7"));
 }
 
+TEST_F(PasaArticulosTest, DeStockSinSuMarcaEsComoTodo)
+{
+    p.opciones = {.proceso = Proceso::Stock, .stock = false};
+    Articulos({"A", "B", "C"});
+    EstaEnLaTienda("A", 33, Dia(1, 9));
+    EstaEnLaTienda("B", 34, Dia(2, 1));
+    NoEstaEnLaTienda("C");
+
+    sync::PasaArticulos(p.fase);
+
+    EXPECT_EQ(p.Log().mid(1, 2),
+              (QStringList{"Actualizando articulo A / ALT7", "Añadiendo artículo C / ALT7"}));
+    EXPECT_EQ(p.red.Lotes().at(0).filter("ps_stock_available"), QStringList());
+}
+
+// Its supplier's code is not looked for: only the reference tells one product from another.
+TEST_F(PasaArticulosTest, ElQueLaTiendaTieneConOtraReferenciaSeInsertaComoNuevo)
+{
+    Articulos({"A"});
+    NoEstaEnLaTienda("A");
+
+    sync::PasaArticulos(p.fase);
+
+    EXPECT_EQ(p.tienda.todas, QStringList{SqlProductos("A")});
+    EXPECT_TRUE(p.red.Lotes().at(0).at(0).startsWith("INSERT INTO ps_product ("));
+    EXPECT_TRUE(p.red.Lotes().at(0).at(0).contains(" VALUES (71,null,"));
+    EXPECT_TRUE(p.red.Lotes().at(0).at(0).contains(",'A','ALT7',"));
+}
+
+TEST_F(PasaArticulosTest, DeDosProductosConLaMismaReferenciaSeCambiaElPrimero)
+{
+    p.opciones.fotosArt = true;
+    FilaDeArticulo fila;
+    for (int i = 2; i <= 10; ++i)
+        fila.Pon(qPrintable("FOTO" + QString::number(i)), Nulo());
+    Articulos({"A"}, fila);
+    p.tienda.Espera(SqlProductos("A"), HazFilas({"id_product", "reference", "id_image", "date_upd"},
+                                                {{33, "A", 5, Dia(1, 9)},
+                                                 {33, "A", 6, Dia(1, 9)},
+                                                 {34, "A", 7, Dia(2, 1)},
+                                                 {33, "A", 8, Dia(1, 9)}}));
+
+    sync::PasaArticulos(p.fase);
+
+    const QStringList lote = p.red.Lotes().at(0);
+    EXPECT_EQ(lote.filter("34"), QStringList());
+    EXPECT_TRUE(lote.at(0).endsWith(" WHERE id_product='33'||"));
+    EXPECT_EQ(lote.filter("DELETE FROM ps_image where"),
+              (QStringList{"DELETE FROM ps_image where id_image=5||",
+                           "DELETE FROM ps_image where id_image=6||"}))
+        << "as far as the next product's rows";
+}
+
+TEST_F(PasaArticulosTest, ElPrimeroDeDosProductosConLaMismaReferenciaDiceSiHaCambiado)
+{
+    Articulos({"A"});
+    p.tienda.Espera(SqlProductos("A"),
+                    HazFilas({"id_product", "reference", "id_image", "date_upd"},
+                             {{33, "A", Nulo(), Dia(2, 1)}, {34, "A", Nulo(), Dia(1, 9)}}));
+
+    sync::PasaArticulos(p.fase);
+
+    EXPECT_EQ(p.Log().filter("Actualizando articulo "), QStringList());
+}
+
 TEST_F(PasaArticulosTest, UnaSeleccionVaciaNoMandaLote)
 {
     Articulos({});

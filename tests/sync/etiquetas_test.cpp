@@ -73,6 +73,32 @@ TEST_F(EscribeEtiquetasTest, LaEtiquetaQueLaTiendaTieneSoloSeEnlaza)
     EXPECT_EQ(p.Sentencias().size(), 2);
 }
 
+// Its query has no bracket that the sign could belong to, and a query that can't be translated
+// closes the program.
+TEST_F(EscribeEtiquetasTest, UnSignoEnUnaEtiquetaCierraElPrograma)
+{
+    fila.Pon("PSTAG0", "sol & mar,");
+
+    EXPECT_THROW(Escribe(), data::FinDePrograma);
+
+    ASSERT_EQ(p.prueba.avisos.cajas.size(), 2U);
+    EXPECT_EQ(
+        p.prueba.avisos.cajas[1].texto,
+        "SELECT * FROM ps_tag WHERE id_lang=3 AND name='sol & mar'\rEL PROGRAMA SE CERRARÁ, CONSULTE CON SU PROVEEDOR");
+    EXPECT_EQ(p.prueba.avisos.cajas[1].estilo, 64);
+    EXPECT_TRUE(p.tienda.todas.isEmpty());
+    EXPECT_EQ(p.Sentencias(), QStringList{"DELETE FROM ps_product_tag where id_product='71'||"});
+}
+
+TEST_F(EscribeEtiquetasTest, UnaComillaEnUnaEtiquetaNoSeTrataYLaTiendaNoLaEntiende)
+{
+    fila.Pon("PSTAG0", "d'or,");
+    p.tienda.EsperaFallo("SELECT * FROM ps_tag WHERE id_lang=3 AND name='d'or'",
+                         {data::numero_error::Sentencia, "syntax", "prueba"});
+
+    EXPECT_THROW(Escribe(), data::FinDePrograma);
+}
+
 TEST_F(EscribeEtiquetasTest, SinEtiquetasQuedaElBorradoSolo)
 {
     fila.Pon("PSTAG0", "   ");
