@@ -166,6 +166,69 @@ TEST_F(Adjuntos, UnDocumentoDeVariosArticulosEsUnoYSeSubeUnaVezConLaPrimeraDescr
     EXPECT_FALSE(p.prueba.carpeta.Existe("sentencias.sql"));
 }
 
+TEST_F(Adjuntos, DosFicherosDelMismoNombreSonDosYElSegundoSePoneEncimaDelPrimero)
+{
+    const QString a = Documento("a/ficha.pdf", "1");
+    const QString b = Documento("b/ficha.pdf", "22");
+    Pendiente("71", a, "x");
+    Pendiente("72", b, "y");
+    Mayor(40);
+    EnTienda(a, SinFilas);
+    EnTienda(b, SinFilas);
+
+    const QStringList lote = Lote();
+
+    EXPECT_EQ(
+        lote.filter("INTO ps_attachment ("),
+        (QStringList{
+            "INSERT INTO ps_attachment (id_attachment,file,file_name,file_size,mime)  VALUES (41,'ficha.pdf','ficha.pdf',1,'" +
+                a + "')||",
+            "INSERT INTO ps_attachment (id_attachment,file,file_name,file_size,mime)  VALUES (42,'ficha.pdf','ficha.pdf',2,'" +
+                b + "')||"}));
+    EXPECT_EQ(p.red.pasos.mid(0, 5),
+              (QStringList{"ABRE", "BORRA download/ficha.pdf", "SUBE ficha.pdf a /tienda/download/",
+                           "BORRA download/ficha.pdf", "SUBE ficha.pdf a /tienda/download/"}));
+    EXPECT_EQ(p.red.subidas.at(1).contenido, "22");
+}
+
+TEST_F(Adjuntos, UnaRutaCambiadaTomaNumeroNuevoYDejaElViejo)
+{
+    const QString ruta = Documento("nueva/ficha.pdf", "12345");
+    Pendiente("71", ruta, "x");
+    Mayor(40); // the old path stands in the shop under 40
+    EnTienda(ruta, SinFilas);
+
+    const QStringList lote = Lote();
+
+    EXPECT_TRUE(lote.at(0).contains(" VALUES (41,'ficha.pdf',"));
+    EXPECT_EQ(lote.filter("DELETE"), QStringList());
+}
+
+TEST_F(Adjuntos, UnaComillaEnLaDescripcionNoSeTrata)
+{
+    const QString ruta = Documento("a.pdf", "1");
+    Pendiente("71", ruta, "Full d'ús");
+    Mayor(40);
+    EnTienda(ruta, SinFilas);
+
+    EXPECT_EQ(
+        Lote().at(1),
+        "INSERT INTO ps_attachment_lang (id_attachment,id_lang,name,description)  VALUES (41,3,'a.pdf','Full d'ús')||");
+}
+
+TEST_F(Adjuntos, UnaComillaEnLaRutaNoSeTrataYLaTiendaNoEntiendeLaPregunta)
+{
+    const QString ruta = Documento("d'or.pdf", "1");
+    Pendiente("71", ruta, "x");
+    Mayor(40);
+    p.tienda.EsperaFallo("SELECT id_attachment from ps_attachment where mime='" + ruta + "'",
+                         {data::numero_error::Sentencia, "syntax", "prueba"});
+
+    EXPECT_THROW(sync::PublicaAdjuntos(p.fase), data::FinDePrograma);
+
+    EXPECT_EQ(p.red.pasos, QStringList{"ABRE"}) << "nothing is uploaded";
+}
+
 TEST_F(Adjuntos, UnaSubidaQueFallaSeAnotaConSuRutaYReabre)
 {
     const QString ruta = Documento("a.pdf", "1");

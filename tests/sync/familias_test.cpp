@@ -223,6 +223,53 @@ TEST_F(FamiliasTest, UnaFamiliaNuevaTomaElNumeroSiguienteAlMayorYTresSiNoHayNing
     EXPECT_TRUE(Que("INSERT INTO ps_category (").value(1).contains("VALUES (4,2,5,0,"));
 }
 
+TEST_F(FamiliasTest, SiElMayorNumeroEsCeroLaFamiliaNuevaTomaTres)
+{
+    Nivel(0, "", {{.clave = "01"}});
+    SinNumero("01", 0, 3);
+    Nivel(1, "01", {});
+
+    sync::CargaFamilias(p.corrida);
+
+    EXPECT_TRUE(Que("INSERT INTO ps_category (").value(0).contains("VALUES (3,2,3,0,"));
+}
+
+// The number of a family is asked for in the shop's dialect, as the first sentence is written.
+TEST_F(FamiliasTest, UnSignoEnUnaClaveCierraElProgramaAlPedirSuNumero)
+{
+    Nivel(0, "", {{.clave = "A&B"}});
+
+    EXPECT_THROW(sync::CargaFamilias(p.corrida), data::FinDePrograma);
+
+    ASSERT_EQ(p.prueba.avisos.cajas.size(), 2U);
+    EXPECT_EQ(
+        p.prueba.avisos.cajas[1].texto,
+        "SELECT * FROM wFAMPRESTA WHERE FAMKOV='A&B'\rEL PROGRAMA SE CERRARÁ, CONSULTE CON SU PROVEEDOR");
+    EXPECT_EQ(p.Sentencias().size(), 6) << "what goes before the first family";
+}
+
+TEST_F(FamiliasTest, EntreParentesisElSignoDeUnaClaveSoloSeTraduceEnSuNumeroYEnLaPrimeraSentencia)
+{
+    Nivel(0, "", {{.clave = "A(&)B"}});
+    p.local.Espera("SELECT * FROM wFAMPRESTA WHERE FAMKOV='A CONCAT(,)B'", SinFilas);
+    p.local.Espera("SELECT MAX(FAMPRESTA) AS MFAM FROM wFAMPRESTA", HazFilas({"MFAM"}, {{8}}));
+    p.local.EsperaOrden("INSERT INTO wFAMPRESTA (FAMKOV,FAMPRESTA) VALUES ('A CONCAT(,)B',9)");
+    Nivel(1, "A(&)B", {});
+
+    sync::CargaFamilias(p.corrida);
+
+    const QStringList sentencias = p.Sentencias();
+    EXPECT_EQ(
+        sentencias.value(6),
+        "INSERT INTO ps_category (id_category,id_parent,nleft,nright,level_depth,active,date_add,date_upd,position,kov_familia)  VALUES (9,2,3,0,2,1,CAST('2024/03/15' AS DATE),CAST('2024/03/15' AS DATE),A CONCAT(,)B,'A CONCAT(,)B')||");
+    EXPECT_EQ(
+        sentencias.mid(16, 2),
+        (QStringList{
+            "INSERT INTO ps_category_shop (id_category,id_shop,position) VALUES (9,1,A(&)B)||",
+            "UPDATE ps_category set nright=4 WHERE kov_familia='A(&)B'||"}));
+    EXPECT_TRUE(p.Log().contains("Actualizando Familia A(&)B"));
+}
+
 TEST_F(FamiliasTest, ElAmpersandDeUnaFamiliaLlegaSinCambios)
 {
     Nivel(0, "", {{.clave = "01", .nombre = "Hogar & Jardín (LEN)"}});

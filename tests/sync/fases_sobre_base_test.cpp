@@ -331,6 +331,19 @@ TEST_F(OfertasSobreBase, ElDineroSeRestaSinRestosDeComaFlotante)
         << qPrintable(ofertas[0]);
 }
 
+TEST_F(OfertasSobreBase, LaDeUnaConfiguracionNoSePublica)
+{
+    PrecioNeto("7", "50", 2);
+    PrecioNeto("0", "95", 2);
+    PrecioNeto("00", "60", 2);
+
+    const QStringList ofertas = Escribe();
+
+    ASSERT_EQ(ofertas.size(), 1);
+    EXPECT_TRUE(ofertas[0].contains(" VALUES (6,71,0,0,0,5,100.1,1,5.1,'amount',"))
+        << qPrintable(ofertas[0]);
+}
+
 TEST_F(SobreBase, SeQuedanLosPublicadosPorSuMarcaOPorSuEmpresaYSeVanLosDemas)
 {
     p.Ejecuta(

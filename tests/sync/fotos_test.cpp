@@ -147,6 +147,29 @@ TEST_F(Fotos, UnaFamiliaSinFotoNoSubeNadaPeroCuentaParaElGrupo)
     EXPECT_FALSE(p.red.pasos.contains("SUBE 15.jpg a /tienda/img/c/"));
 }
 
+// There is nothing to be put on the list, so it isn't there; it is sent and asked for all the same.
+TEST_F(Fotos, UnGrupoDeFamiliasSinNingunaFotoMandaSuListaQueNoEstaYSigueElSiguiente)
+{
+    for (int i = 1; i <= 16; ++i)
+        p.fase.PendientesFam.push_back(
+            {i == 16 ? QStringLiteral("C:\\a.jpg") : QString(), QString::number(i) + ".jpg"});
+    p.red.fallan = {"imgfam.txt"};
+
+    sync::SubeFotosFamilias(p.fase);
+
+    const QString guion = "PIDE http://casa/dimensiona.php?fichero=imgfam.txt&sufijofoto=_default";
+    EXPECT_EQ(p.red.pasos,
+              (QStringList{"ABRE", "BORRA imgfam.txt", "SUBE imgfam.txt a /tienda/", guion, "ABRE",
+                           "SUBE 16.jpg a /tienda/img/c/", "BORRA imgfam.txt",
+                           "SUBE imgfam.txt a /tienda/", guion, "ABRE"}));
+    EXPECT_EQ(p.red.Contenidos("imgfam.txt"), (std::vector<QStringList>{{}, {"img/c/16.jpg;"}}));
+    EXPECT_EQ(p.Log(),
+              (QStringList{
+                  "SUBIENDO FOTOS FAMILIAS...", "ERROR SUBIENDO FICHERO imgfam.txt",
+                  "Dimensionando rango de familias subidas", "Subiendo imagen C:\\a.jpg -> 16.jpg",
+                  "ERROR SUBIENDO FICHERO imgfam.txt", "Dimensionando rango de familias subidas"}));
+}
+
 TEST_F(Fotos, SiLaListaNoSubeSeAnotaYSeDimensionaIgual)
 {
     Articulos(1);

@@ -192,6 +192,19 @@ TEST_F(PreciosTest, DesdeLaTarifaSeisLaOfertaNoSePublica)
     EXPECT_EQ(p.corrida.contadores.mprecio, 105);
 }
 
+TEST_F(PreciosTest, UnaTarifaGuardadaComoTextoValeComoNumero)
+{
+    p.programa.parametros.Ps_pvpdef = 2;
+
+    const QStringList sentencias =
+        SentenciasDeOferta({{0.0, 0.0, 0.0, 0.0, Nulo(), 7.05, "2", Desde, Hasta},
+                            {0.0, 0.0, 0.0, 0.0, Nulo(), 7.05, "6", Desde, Hasta}});
+
+    ASSERT_EQ(sentencias.size(), 4) << "groups 1 to 3 and 5, and none for the supplier's";
+    EXPECT_TRUE(sentencias[0].contains("VALUES (106,71,0,0,0,1,9.25,1,2.2,'amount',"));
+    EXPECT_TRUE(sentencias[3].contains("VALUES (109,71,0,0,0,5,9.25,1,2.2,'amount',"));
+}
+
 TEST_F(PreciosTest, UnaOfertaSinTarifaSePasaPorAlto)
 {
     EXPECT_EQ(SentenciasDeOferta({{0.0, 0.0, 0.0, 0.0, Nulo(), 5.0, Nulo(), Desde, Hasta}}),

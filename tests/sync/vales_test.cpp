@@ -72,6 +72,33 @@ TEST_F(Vales, OtroTipoDejaElValorComoMinimoYNoRebajaNada)
     EXPECT_TRUE(Lote().at(0).contains("'V8',20,1,1,0,0,0,0,0,0,0,0,0,0,1,1,0,"));
 }
 
+TEST_F(Vales, UnPorcentajeSinValorDejaElHueco)
+{
+    Mayor(17);
+    Vale({{"V8", "D", Nulo(), Desde, Hasta, "x", 1}});
+    EnTienda("V8", false);
+
+    EXPECT_TRUE(Lote().at(0).contains("'V8',0,1,1,0,0,0,0,0,0,0,0,,0,1,1,0,"));
+}
+
+TEST_F(Vales, UnImporteSinValorDejaElHuecoTambienEnElMinimo)
+{
+    Mayor(17);
+    Vale({{"V8", "I", Nulo(), Desde, Hasta, "x", 1}});
+    EnTienda("V8", false);
+
+    EXPECT_TRUE(Lote().at(0).contains("'V8',,1,1,0,0,0,0,0,0,0,0,0,,1,1,0,"));
+}
+
+TEST_F(Vales, SinTipoElValorEsElMinimoYNoSeRebajaNada)
+{
+    Mayor(17);
+    Vale({{"V8", Nulo(), 20, Desde, Hasta, "x", 1}});
+    EnTienda("V8", false);
+
+    EXPECT_TRUE(Lote().at(0).contains("'V8',20,1,1,0,0,0,0,0,0,0,0,0,0,1,1,0,"));
+}
+
 TEST_F(Vales, LoNuloQuedaVacioYElApostrofoNoSeToca)
 {
     Mayor(17);
