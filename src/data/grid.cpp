@@ -92,7 +92,7 @@ EtiquetaGrid EtiquetaDe(const Grid& grid)
 
 EtiquetaGrid LlenaGrid(const Grid& grid, Adodc& adodc, const QString& origen, const QString& campos)
 {
-    const EtiquetaGrid etiqueta = EtiquetaDe(grid);
+    EtiquetaGrid etiqueta = EtiquetaDe(grid);
     Reabre(grid, adodc,
            SqlGrid({{"campos", campos.isEmpty() ? grid.DataFields().join(u',') : campos},
                     {"origen", origen},
@@ -102,7 +102,7 @@ EtiquetaGrid LlenaGrid(const Grid& grid, Adodc& adodc, const QString& origen, co
 
 EtiquetaGrid AbreGrid(const Grid& grid, Adodc& adodc, const QString& sql)
 {
-    const EtiquetaGrid etiqueta = EtiquetaDe(grid);
+    EtiquetaGrid etiqueta = EtiquetaDe(grid);
     Reabre(grid, adodc, grid.columnaRecordada.isEmpty() ? sql : ConOrden(sql, etiqueta.Tag));
     return etiqueta;
 }

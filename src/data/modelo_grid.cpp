@@ -161,7 +161,7 @@ bool ModeloGrid::AbreBorrador(int fila)
 {
     if (borrador_)
         return false;
-    borrador_.emplace(fila);
+    borrador_ = Borrador{.fila = fila};
     if (EsFilaNueva(fila) && eventos.filaNueva)
         borrador_->cambios = eventos.filaNueva();
     return true;
