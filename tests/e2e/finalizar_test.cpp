@@ -6,8 +6,8 @@ namespace {
 
 using Filas = std::vector<QStringList>;
 
-/// The user's standing sentences, at the end of a run whose session is sound and of one whose
-/// last list had nothing in it.
+/// The user's standing sentences, at the end of a run whose session is sound, of one whose last
+/// list had nothing in it, and of one whose last batch hadn't.
 struct Finalizar : testing::Test {
     static void SetUpTestSuite()
     {
@@ -18,6 +18,8 @@ struct Finalizar : testing::Test {
         empresa->Carpeta().Escribe("PHPSHOP/000001finalizar.sql", Sentencias());
         todo = empresa->Corre();
         existencias = empresa->Corre("/STOCK:000001");
+        empresa->Sql("DELETE FROM M_ARTIC");
+        sinArticulos = empresa->Corre("/STOCK:000001");
     }
     static void TearDownTestSuite() { empresa.reset(); }
 
@@ -29,7 +31,7 @@ struct Finalizar : testing::Test {
 
     static inline TiendaDePrueba* tienda = nullptr;
     static inline std::unique_ptr<EmpresaReal> empresa{};
-    static inline ResultadoCorrida sinFichero{}, todo{}, existencias{};
+    static inline ResultadoCorrida sinFichero{}, todo{}, existencias{}, sinArticulos{};
 };
 
 TEST_F(Finalizar, SinFicheroNoHayLote)
@@ -42,9 +44,9 @@ TEST_F(Finalizar, SubeTalComoEstaYSeQuedaEnSuSitio)
     EXPECT_EQ(todo.lotes.value(2), Sentencias());
     EXPECT_EQ(existencias.lotes.value(2), Sentencias());
     EXPECT_EQ(empresa->Carpeta().Lee("PHPSHOP/000001finalizar.sql"), Sentencias());
-    EXPECT_EQ(tienda->Sql("SELECT quantity FROM ps_product"), (Filas{{"2"}}));
+    EXPECT_EQ(tienda->Sql("SELECT quantity FROM ps_product"), (Filas{{"3"}}));
     EXPECT_EQ(tienda->Sql("SELECT value FROM ps_configuration WHERE name='KOV'"),
-              (Filas{{"año & 5€"}, {"año & 5€"}}));
+              (Filas{{"año & 5€"}, {"año & 5€"}, {"año & 5€"}}));
 }
 
 TEST_F(Finalizar, VaTrasLasFotosDeFamiliasYAntesDeVaciarLaCache)
@@ -79,6 +81,23 @@ TEST_F(Finalizar, ConLaSesionBloqueadaSeAbreOtraYElFicheroLlega)
               EnLineas({"GET /borracache.php 200", "GET /ejecuta.php 200", "GET /ejecuta.php 200",
                         "GET /creapath.php 200", "GET /ejecuta.php 200", "GET /borracache.php 200",
                         "GET /borracache.php 200"}));
+}
+
+// Nothing opened a session since the families' last batch, which wasn't there to be sent.
+TEST_F(Finalizar, SinArticulosLaSesionQueDejaElLoteDeFamiliasSeRenuevaYElFicheroLlega)
+{
+    EXPECT_EQ(EnLineas(sinArticulos.Titulos()),
+              EnLineas({"EJECUTANDO REMOTAMENTE Actualización de familias ...Fin",
+                        "EJECUTANDO REMOTAMENTE Sentencias final de proceso"}));
+    QStringList esperados = PasosDeCabecera();
+    esperados << "DELE bdtolmo.ccc"
+              << "STOR bdtolmo.ccc"
+              << "DELE sentencias.sql"
+              << "STOR sentencias.sql"
+              << "sesion";
+    esperados << PasosDeLote();
+    EXPECT_EQ(EnLineas(PasosFtp(sinArticulos.ftp)), EnLineas(esperados));
+    EXPECT_EQ(sinArticulos.lotes.value(1), Sentencias());
 }
 
 } // namespace
