@@ -27,9 +27,25 @@ void Pulsa(QWidget& ventana, const char* boton)
     QTest::mouseClick(C<QPushButton>(ventana, boton), Qt::LeftButton);
 }
 
+/// The controls that Tab goes through, beginning with the one that has the focus.
+QStringList Recorrido(QWidget& ventana)
+{
+    QStringList nombres;
+    for (QWidget* control = ventana.focusWidget(); !nombres.contains(control->objectName());
+         control = ventana.focusWidget()) {
+        nombres << control->objectName();
+        QTest::keyClick(control, Qt::Key_Tab);
+    }
+    return nombres;
+}
+
 class FrmSeleccionaEmpresaTest : public testing::Test {
   protected:
-    void SetUp() override { ventana.show(); }
+    void SetUp() override
+    {
+        ventana.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&ventana));
+    }
     QComboBox* Caja() { return C<QComboBox>(ventana, "CmbEmpresa"); }
 
     FrmSeleccionaEmpresa ventana{{"000001 Ferretería Norte", "000002 Jardinería Sur"}};
@@ -100,6 +116,35 @@ TEST_F(FrmSeleccionaEmpresaTest, CancelarYEscapeLaDejanSinAceptar)
     EXPECT_EQ(ventana.result(), QDialog::Rejected);
 }
 
+TEST_F(FrmSeleccionaEmpresaTest, CerrarElMarcoEsCancelar)
+{
+    ventana.setResult(QDialog::Accepted);
+
+    ventana.close();
+
+    EXPECT_EQ(ventana.result(), QDialog::Rejected);
+}
+
+TEST_F(FrmSeleccionaEmpresaTest, ElTabuladorVaDeArribaAbajo)
+{
+    EXPECT_EQ(Recorrido(ventana),
+              QStringList({"CmbEmpresa", "ChkConfiguracion", "CmdAceptar", "cmdCancelar"}));
+}
+
+TEST_F(FrmSeleccionaEmpresaTest, LaLetraDeCadaControlLlegaAEl)
+{
+    QTest::keyClick(&ventana, Qt::Key_P, Qt::AltModifier);
+    auto* casilla = C<QCheckBox>(ventana, "ChkConfiguracion");
+    EXPECT_TRUE(QTest::qWaitFor([casilla] { return casilla->isChecked(); }));
+
+    QTest::keyClick(&ventana, Qt::Key_E, Qt::AltModifier);
+    EXPECT_EQ(ventana.focusWidget()->objectName(), "CmbEmpresa");
+
+    QTest::keyClick(&ventana, Qt::Key_C, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !ventana.isVisible(); }));
+    EXPECT_EQ(ventana.result(), QDialog::Rejected);
+}
+
 class FrmConexionSqlServerTest : public testing::Test {
   protected:
     void SetUp() override
@@ -162,6 +207,67 @@ TEST_F(FrmConexionSqlServerTest, CadaCajaSeSeleccionaEnteraAlEntrarEnElla)
 
         EXPECT_EQ(caja->selectedText(), caja->text()) << nombre;
     }
+}
+
+TEST_F(FrmConexionSqlServerTest, SeAbreConElServidorSeleccionado)
+{
+    auto* servidor = C<QLineEdit>(ventana, "TxtServidor");
+    QCoreApplication::processEvents();
+
+    EXPECT_TRUE(servidor->hasFocus());
+    EXPECT_EQ(servidor->selectedText(), "OFICINA");
+    EXPECT_TRUE(C<QRadioButton>(ventana, "Option1")->isChecked());
+    EXPECT_FALSE(C<QLineEdit>(ventana, "TxtCodUsuario")->isEnabled());
+    EXPECT_FALSE(C<QLineEdit>(ventana, "TxtClvUsuario")->isEnabled());
+}
+
+TEST_F(FrmConexionSqlServerTest, ElMarcoContieneUsuarioYClave)
+{
+    auto* marco = C<QGroupBox>(ventana, "Frame1");
+
+    EXPECT_TRUE(marco->isAncestorOf(C<QLineEdit>(ventana, "TxtCodUsuario")));
+    EXPECT_TRUE(marco->isAncestorOf(C<QLineEdit>(ventana, "TxtClvUsuario")));
+    EXPECT_FALSE(marco->isAncestorOf(C<QLineEdit>(ventana, "TxtServidor")));
+}
+
+TEST_F(FrmConexionSqlServerTest, ElTabuladorVaDeArribaAbajoPorLoQueSePuedeUsar)
+{
+    // Of the two options Tab stops at the one that is chosen; the arrows go to the other.
+    EXPECT_EQ(Recorrido(ventana),
+              QStringList({"TxtServidor", "Option1", "CmmAceptar", "CmdCancelar"}));
+
+    C<QRadioButton>(ventana, "Option1")->setFocus();
+    QTest::keyClick(ventana.focusWidget(), Qt::Key_Down);
+    EXPECT_TRUE(C<QRadioButton>(ventana, "Option2")->isChecked());
+    C<QLineEdit>(ventana, "TxtServidor")->setFocus();
+    EXPECT_EQ(Recorrido(ventana), QStringList({"TxtServidor", "Option2", "TxtCodUsuario",
+                                               "TxtClvUsuario", "CmmAceptar", "CmdCancelar"}));
+}
+
+TEST_F(FrmConexionSqlServerTest, CadaCajaSeSeleccionaTambienAlEntrarConElTabulador)
+{
+    Elige("Option2");
+    C<QRadioButton>(ventana, "Option2")->setFocus();
+    for (const char* nombre : {"TxtCodUsuario", "TxtClvUsuario"}) {
+        QTest::keyClick(ventana.focusWidget(), Qt::Key_Tab);
+        QCoreApplication::processEvents();
+
+        EXPECT_EQ(ventana.focusWidget()->objectName(), nombre);
+        EXPECT_EQ(C<QLineEdit>(ventana, nombre)->selectedText(),
+                  C<QLineEdit>(ventana, nombre)->text());
+    }
+}
+
+TEST_F(FrmConexionSqlServerTest, IntroAceptaYEscapeCancela)
+{
+    QTest::keyClick(C<QLineEdit>(ventana, "TxtServidor"), Qt::Key_Return);
+    EXPECT_FALSE(ventana.isVisible());
+    EXPECT_EQ(ventana.result(), QDialog::Accepted);
+
+    ventana.show();
+    QTest::keyClick(C<QLineEdit>(ventana, "TxtServidor"), Qt::Key_Escape);
+    EXPECT_FALSE(ventana.isVisible());
+    EXPECT_EQ(ventana.result(), QDialog::Rejected);
 }
 
 TEST_F(FrmConexionSqlServerTest, ConIdentificacionDeWindowsNoHayUsuario)
