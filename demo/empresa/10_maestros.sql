@@ -28,4 +28,6 @@ INSERT INTO M_REFART (CODARTICULO, CODPROVE, REFERENCIA, PRECIO) VALUES ('030100
 
 INSERT INTO USUARIOS (CODIGO, NOMBRE, LOGIN, [PASSWORD], EMAIL, EMPRESA, CODTARIFA) VALUES ('00001', 'Begoña Ibáñez Olmo', 'begona', 'alfar7', 'begona@valdeolmillo.example', '000001', '1');
 INSERT INTO USUARIOS (CODIGO, NOMBRE, LOGIN, [PASSWORD], EMAIL, EMPRESA, CODTARIFA) VALUES ('00002', 'Casa rural La Noguera', 'noguera', 'noguera', 'reservas@noguera.example', 'La Noguera', '3');
-INSERT INTO USUARIOS (CODIGO, NOMBRE, LOGIN, [PASSWORD], EMAIL, EMPRESA, CODTARIFA) VALUES ('00003', 'Martín O''Donnell', 'martin', 'botijo22', 'martin@correo.example', Null, '1');
+INSERT INTO USUARIOS (CODIGO, NOMBRE, LOGIN, [PASSWORD], EMAIL, EMPRESA, CODTARIFA) VALUES ('00003', 'Martín Donoso Peña', 'martin', 'botijo22', 'martin@correo.example', Null, '1');
+INSERT INTO USUARIOS (CODIGO, NOMBRE, LOGIN, [PASSWORD], EMAIL, EMPRESA, CODTARIFA) VALUES ('00004', 'Ferretería Hermanos Cuesta', 'cuesta', 'yunque3', 'compras@cuesta.example', 'Hermanos Cuesta', '5');
+INSERT INTO USUARIOS (CODIGO, NOMBRE, LOGIN, [PASSWORD], EMAIL, EMPRESA, CODTARIFA) VALUES ('00005', 'Rosa Azuara Gil', 'rosa', 'rosa2015', Null, Null, Null);
