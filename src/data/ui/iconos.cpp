@@ -1,48 +1,25 @@
 #include "data/ui/iconos.h"
+#include "data/ui/dibujos.h"
 #include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
-#include <QPainterPath>
 #include <QPalette>
+#include <algorithm>
+#include <functional>
+#include <utility>
 
 namespace tolmo::data::ui {
 namespace {
 
-/// The drawings are laid out on a square of this side.
-constexpr qreal Lado = 16;
-constexpr qreal Trazo = 1.5;
-
-void PintaExtremo(QPainter& pintor)
-{
-    pintor.drawLine(QPointF(3.5, 3), QPointF(3.5, 13));
-    pintor.drawPolygon(QPolygonF({{12.5, 3.5}, {12.5, 12.5}, {6, 8}}));
-}
-
-void PintaFiltro(QPainter& pintor)
-{
-    pintor.drawPolygon(
-        QPolygonF({{2, 3}, {14, 3}, {9.5, 8.5}, {9.5, 13.5}, {6.5, 12}, {6.5, 8.5}}));
-}
-
-void PintaLupa(QPainter& pintor)
-{
-    pintor.setBrush(Qt::NoBrush);
-    pintor.drawEllipse(QPointF(9, 7), 5, 5);
-    pintor.drawLine(QPointF(5.4, 10.6), QPointF(2, 14));
-    pintor.drawPolyline(QPolygonF({{10.2, 4.6}, {7.8, 7}, {10.2, 9.4}}));
-}
-
-/// What goes forward is the mirror image of what goes back.
-bool EsReflejo(Dibujo dibujo)
-{
-    return dibujo == Dibujo::Ultimo || dibujo == Dibujo::BuscaSiguiente;
-}
-
+/// Draws an icon anew for every size and palette, on a square of the side that is given. A wider
+/// place leaves it air on both sides.
 class MotorDeIcono : public QIconEngine {
   public:
-    explicit MotorDeIcono(Dibujo dibujo) : dibujo_(dibujo) {}
+    using Trazado = std::function<void(QPainter&, QIcon::Mode)>;
 
-    QIconEngine* clone() const override { return new MotorDeIcono(dibujo_); }
+    MotorDeIcono(qreal lado, Trazado trazado) : lado_(lado), trazado_(std::move(trazado)) {}
+
+    QIconEngine* clone() const override { return new MotorDeIcono(lado_, trazado_); }
 
     QPixmap pixmap(const QSize& tamano, QIcon::Mode modo, QIcon::State estado) override
     {
@@ -55,45 +32,42 @@ class MotorDeIcono : public QIconEngine {
 
     void paint(QPainter* pintor, const QRect& sitio, QIcon::Mode modo, QIcon::State) override
     {
-        const auto grupo = modo == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
-        const QColor color = QGuiApplication::palette().color(grupo, QPalette::ButtonText);
         pintor->save();
         pintor->setRenderHint(QPainter::Antialiasing);
-        pintor->translate(sitio.topLeft());
-        pintor->scale(sitio.width() / Lado, sitio.height() / Lado);
-        if (EsReflejo(dibujo_)) {
-            pintor->translate(Lado, 0);
-            pintor->scale(-1, 1);
-        }
-        pintor->setPen(QPen(color, Trazo, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        pintor->setBrush(color);
-        Pinta(*pintor);
+        const qreal escala = std::min(sitio.width(), sitio.height()) / lado_;
+        pintor->translate(QRectF(sitio).center());
+        pintor->scale(escala, escala);
+        pintor->translate(-lado_ / 2, -lado_ / 2);
+        trazado_(*pintor, modo);
         pintor->restore();
     }
 
   private:
-    void Pinta(QPainter& pintor) const
-    {
-        switch (dibujo_) {
-        case Dibujo::Primero:
-        case Dibujo::Ultimo:
-            return PintaExtremo(pintor);
-        case Dibujo::Filtro:
-            return PintaFiltro(pintor);
-        case Dibujo::BuscaAnterior:
-        case Dibujo::BuscaSiguiente:
-            return PintaLupa(pintor);
-        }
-    }
-
-    Dibujo dibujo_;
+    qreal lado_;
+    Trazado trazado_;
 };
+
+void PintaConPaleta(QPainter& pintor, Dibujo dibujo, QIcon::Mode modo)
+{
+    const QPalette paleta = QGuiApplication::palette();
+    const auto grupo = modo == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+    const QColor trazo = paleta.color(grupo, QPalette::ButtonText);
+    const bool apagado = modo == QIcon::Disabled;
+    Pinta(pintor, dibujo, trazo, apagado ? trazo : paleta.color(grupo, QPalette::Highlight));
+}
 
 } // namespace
 
 QIcon Icono(Dibujo dibujo)
 {
-    return QIcon(new MotorDeIcono(dibujo));
+    return QIcon(new MotorDeIcono(LadoDibujo, [dibujo](QPainter& pintor, QIcon::Mode modo) {
+        PintaConPaleta(pintor, dibujo, modo);
+    }));
+}
+
+QIcon IconoPrograma()
+{
+    return QIcon(new MotorDeIcono(1, [](QPainter& pintor, QIcon::Mode) { PintaEmblema(pintor); }));
 }
 
 } // namespace tolmo::data::ui

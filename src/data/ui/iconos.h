@@ -3,10 +3,32 @@
 
 namespace tolmo::data::ui {
 
-/// What the buttons of a browse window show.
-enum class Dibujo { Primero, Ultimo, Filtro, BuscaAnterior, BuscaSiguiente };
+/// What buttons and menus show.
+enum class Dibujo {
+    // A browse window.
+    Primero,
+    Ultimo,
+    Filtro,
+    BuscaAnterior,
+    BuscaSiguiente,
+    // The main window.
+    Sincroniza,
+    Configura,
+    Anuncia,
+    Atributos,
+    Programa,
+    Usuarios,
+    Registro,
+    Sale,
+    // A status list.
+    Abajo,
+};
 
-/// A line drawing in the colour of the texts on buttons, so that it reads in light and dark alike.
+/// A line drawing in the colour of the texts on buttons, some with a spot in the colour of what is
+/// selected: it reads in light and dark alike, and at any size.
 QIcon Icono(Dibujo dibujo);
+
+/// The program's own icon.
+QIcon IconoPrograma();
 
 } // namespace tolmo::data::ui
