@@ -1,11 +1,10 @@
 #include "sync/FrmSincronizar.h"
 #include "data/ui/frontera.h"
+#include "sync/lista_estado.h"
 #include "ui_FrmSincronizar.h"
 #include <QApplication>
-#include <QEvent>
-#include <QShowEvent>
+#include <QKeyEvent>
 #include <algorithm>
-#include <stdexcept>
 #include <utility>
 
 using namespace tolmo;
@@ -13,17 +12,9 @@ using data::ui::EnFrontera;
 using sync::Opciones;
 using sync::Proceso;
 
-namespace {
-
-/// Between two turns of the window's events. A run gives one after each record and each block of
-/// an upload; to lay the list out and paint for all of them took longer than the run's own work.
-constexpr int MilisegundosEntreTurnos = 50;
-
-} // namespace
-
 FrmSincronizar::FrmSincronizar(data::Avisos& avisos, const sync::FabricaMotor& fabrica,
                                QWidget* padre, Eco eco)
-    : QDialog(padre), avisos_(avisos), eco_(std::move(eco)),
+    : VentanaTrabajo(avisos, padre), eco_(std::move(eco)),
       ui_(std::make_unique<Ui::FrmSincronizar>())
 {
     ui_->setupUi(this);
@@ -32,8 +23,6 @@ FrmSincronizar::FrmSincronizar(data::Avisos& avisos, const sync::FabricaMotor& f
     QSizePolicy reserva = ui_->ProgressBar1->sizePolicy();
     reserva.setRetainSizeWhenHidden(true);
     ui_->ProgressBar1->setSizePolicy(reserva);
-    desplazamiento_.setSingleShot(true);
-    connect(&desplazamiento_, &QTimer::timeout, ui_->LstEstado, &QListWidget::scrollToBottom);
     ui_->TxtArtDesde->installEventFilter(this);
     ui_->TxtArtHasta->installEventFilter(this);
     connect(ui_->ChkTodosFam, &QCheckBox::toggled, this, [this](bool marcada) {
@@ -86,47 +75,22 @@ Opciones FrmSincronizar::OpcionesFamilias() const
     return {.proceso = Proceso::Familias, .fotosFam = ui_->ChkFamFotos->isChecked()};
 }
 
-void FrmSincronizar::Muestra(const QString& tag)
+void FrmSincronizar::Activa(const QString& tag)
 {
-    Tag_ = tag;
-    exec();
-    if (fallo_)
-        std::rethrow_exception(std::exchange(fallo_, nullptr));
-}
-
-void FrmSincronizar::showEvent(QShowEvent* evento)
-{
-    QDialog::showEvent(evento);
-    if (std::exchange(activada_, true))
-        return;
-    // Behind the events of showing, so that the window stands before a run takes hold of it.
-    QMetaObject::invokeMethod(this, &FrmSincronizar::Activa, Qt::QueuedConnection);
-}
-
-void FrmSincronizar::Activa()
-{
-    const bool soloArticulos = Tag_ == QLatin1String("SOLOARTIC");
-    const bool sinStock = Tag_ == QLatin1String("SOLOARTIC_SIN_STOCK");
+    const bool soloArticulos = tag == QLatin1String("SOLOARTIC");
+    const bool sinStock = tag == QLatin1String("SOLOARTIC_SIN_STOCK");
     Opciones opciones{.proceso = Proceso::Todo, .fotosArt = true, .adjuntos = true, .stock = true};
-    if (Tag_ == QLatin1String("AUTO")) {
+    if (tag == QLatin1String("AUTO")) {
         opciones.fotosFam = true;
     } else if (soloArticulos || sinStock) {
         ui_->ChkTodosFam->setChecked(false);
         opciones.stock = soloArticulos;
-    } else if (Tag_ == QLatin1String("STOCK")) {
+    } else if (tag == QLatin1String("STOCK")) {
         opciones = {.proceso = Proceso::Stock, .stock = true};
     } else {
         return;
     }
-    EnFrontera(avisos_, [&] {
-        try {
-            LanzaYCierra(opciones);
-        } catch (const std::runtime_error&) {
-            // For whoever showed the window: it may not cross the event loop of Muestra.
-            fallo_ = std::current_exception();
-            QDialog::done(Rejected);
-        }
-    });
+    LanzaYCierra(opciones);
 }
 
 void FrmSincronizar::Lanza(const Opciones& opciones)
@@ -134,7 +98,7 @@ void FrmSincronizar::Lanza(const Opciones& opciones)
     // The tabs can come back in the middle of a run, and with them the buttons.
     if (motor_->EnMarcha())
         return;
-    EnFrontera(avisos_, [&] { LanzaYCierra(opciones); });
+    EnFrontera(AvisosDeVentana(), [&] { LanzaYCierra(opciones); });
 }
 
 /// One run, with the boxes that govern its phases; at its end the window goes away, whoever
@@ -158,27 +122,36 @@ void FrmSincronizar::BorraImagenesObsoletas()
         return;
     purgando_ = true;
     qApp->installEventFilter(this);
-    EnFrontera(avisos_, [this] { motor_->BorraImagenesObsoletas(); });
+    EnFrontera(AvisosDeVentana(), [this] { motor_->BorraImagenesObsoletas(); });
     qApp->removeEventFilter(this);
     purgando_ = false;
     if (std::exchange(finPedido_, false))
         QCoreApplication::quit();
 }
 
-/// Every way of closing comes through here.
-void FrmSincronizar::done(int resultado)
+bool FrmSincronizar::Ocupada() const
 {
-    if (motor_->EnMarcha() || !ui_->SSTab1->isEnabled())
-        return;
-    QDialog::done(resultado);
+    return motor_->EnMarcha() || !ui_->SSTab1->isEnabled();
+}
+
+/// Enter presses the button that has the focus. None is the default one: in the boxes of the range
+/// the key must not start a run.
+void FrmSincronizar::keyPressEvent(QKeyEvent* evento)
+{
+    const bool intro = evento->key() == Qt::Key_Return || evento->key() == Qt::Key_Enter;
+    auto* boton = qobject_cast<QPushButton*>(focusWidget());
+    if (intro && boton)
+        boton->click();
+    else
+        VentanaTrabajo::keyPressEvent(evento);
 }
 
 void FrmSincronizar::EnProximaVersion(const QString& que)
 {
     if (motor_->EnMarcha())
         return;
-    avisos_.Muestra(que + QStringLiteral(" todavía no está disponible en esta versión."),
-                    data::estilo::Informacion);
+    AvisosDeVentana().Muestra(que + QStringLiteral(" todavía no está disponible en esta versión."),
+                              data::estilo::Informacion);
 }
 
 bool FrmSincronizar::eventFilter(QObject* objeto, QEvent* evento)
@@ -193,24 +166,20 @@ bool FrmSincronizar::eventFilter(QObject* objeto, QEvent* evento)
         EnProximaVersion(QStringLiteral("El selector de artículos"));
         return true;
     }
-    return QDialog::eventFilter(objeto, evento);
+    return VentanaTrabajo::eventFilter(objeto, evento);
 }
 
 void FrmSincronizar::LimpiaEstado()
 {
-    ui_->LstEstado->clear();
+    ui_->Estado->Lista().Vacia();
 }
 
 void FrmSincronizar::LineaEstado(const QString& linea)
 {
-    ui_->LstEstado->addItem(linea);
-    ui_->LstEstado->setCurrentRow(-1);
-    desplazamiento_.start(0);
-    if (purgando_) {
-        // The request that follows may hold the window for minutes.
-        ui_->LstEstado->scrollToBottom();
-        ui_->LstEstado->viewport()->repaint();
-    }
+    ui_->Estado->Lista().Anade(linea);
+    // The request that follows may hold the window for minutes.
+    if (purgando_)
+        ui_->Estado->Lista().MuestraYa();
     if (eco_)
         eco_(linea);
 }
@@ -227,14 +196,6 @@ void FrmSincronizar::Avanza(int posicion, int total)
     ui_->ProgressBar1->setValue(static_cast<int>(std::clamp(porcentaje, 0LL, 100LL)));
 }
 
-void FrmSincronizar::CedeEventos()
-{
-    if (ultimoTurno_.isValid() && ultimoTurno_.elapsed() < MilisegundosEntreTurnos)
-        return;
-    QCoreApplication::processEvents();
-    ultimoTurno_.start();
-}
-
 bool FrmSincronizar::SigueElPrograma() const
 {
     return !finPedido_;
@@ -242,5 +203,10 @@ bool FrmSincronizar::SigueElPrograma() const
 
 void FrmSincronizar::HabilitaPestanas(bool habilitadas)
 {
+    const QWidget* foco = focusWidget();
+    const bool dentro = foco && ui_->SSTab1->isAncestorOf(foco);
     ui_->SSTab1->setEnabled(habilitadas);
+    // The keyboard goes where it can still be used.
+    if (!habilitadas && dentro)
+        ui_->Estado->setFocus();
 }

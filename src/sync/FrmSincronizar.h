@@ -1,10 +1,7 @@
 #pragma once
+#include "data/ui/ventana_trabajo.h"
 #include "sync/motor.h"
-#include <QDialog>
-#include <QElapsedTimer>
 #include <QString>
-#include <QTimer>
-#include <exception>
 #include <functional>
 #include <memory>
 
@@ -12,9 +9,9 @@ namespace Ui {
 class FrmSincronizar;
 }
 
-/// The screen of the synchronisation. It starts the runs of its buttons or of its Tag, shows how
-/// they go, and refuses to close while one is under way.
-class FrmSincronizar : public QDialog, private tolmo::data::Progreso {
+/// The screen of the synchronisation. It starts the runs of its buttons or of its Tag ("AUTO",
+/// "SOLOARTIC", "SOLOARTIC_SIN_STOCK", "STOCK") and shows how they go.
+class FrmSincronizar : public tolmo::data::ui::VentanaTrabajo {
     Q_OBJECT
 
   public:
@@ -27,20 +24,13 @@ class FrmSincronizar : public QDialog, private tolmo::data::Progreso {
                    QWidget* padre = nullptr, Eco eco = {});
     ~FrmSincronizar() override;
 
-    /// Shows the window and waits for its end. With a Tag ("AUTO", "SOLOARTIC",
-    /// "SOLOARTIC_SIN_STOCK", "STOCK") it starts that run as soon as it stands.
-    /// \throws data::ErrorDatos, data::ErrorEjecucion, data::ErrorFichero what ended the run of a
-    ///         Tag; the error of a button's run ends the process on the spot
-    void Muestra(const QString& tag = {});
-
-    void done(int resultado) override;
-
   protected:
-    void showEvent(QShowEvent* evento) override;
+    void Activa(const QString& tag) override;
+    bool Ocupada() const override;
+    void keyPressEvent(QKeyEvent* evento) override;
 
   private:
     void ConectaBotones();
-    void Activa();
     void Lanza(const tolmo::sync::Opciones& opciones);
     void LanzaYCierra(const tolmo::sync::Opciones& opciones);
     void BorraImagenesObsoletas();
@@ -55,19 +45,12 @@ class FrmSincronizar : public QDialog, private tolmo::data::Progreso {
     void LineaEstado(const QString& linea) override;
     void MuestraBarra(bool visible) override;
     void Avanza(int posicion, int total) override;
-    void CedeEventos() override;
     bool SigueElPrograma() const override;
     void HabilitaPestanas(bool habilitadas) override;
 
-    tolmo::data::Avisos& avisos_;
     Eco eco_;
     std::unique_ptr<Ui::FrmSincronizar> ui_;
     std::unique_ptr<tolmo::sync::Motor> motor_;
-    QString Tag_{};
-    bool activada_ = false;
-    QTimer desplazamiento_{}; ///< brings the list to its last line, once for each turn of events
-    QElapsedTimer ultimoTurno_{}; ///< since the events had their last turn
     bool purgando_ = false;
     bool finPedido_ = false; ///< the desktop asked the program to end during the purge
-    std::exception_ptr fallo_{};
 };

@@ -1,18 +1,19 @@
 #include "apoyo/dobles.h"
 #include "data/errores.h"
 #include "sync/FrmSincronizar.h"
+#include "sync/lista_estado.h"
 #include "sync/motor_de_prueba.h"
 #include <QCheckBox>
+#include <QClipboard>
 #include <QCoreApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QStyle>
-#include <QStyleOptionButton>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QThread>
 #include <QTimer>
 #include <cstdio>
 #include <gmock/gmock.h>
@@ -58,6 +59,28 @@ class FrmSincronizarTest : public testing::Test {
         for (const auto& opciones : corridas.opciones)
             todas << EnPalabras(opciones);
         return todas;
+    }
+
+    ListaEstado& Lista() { return *C<ListaEstado>("LstEstado"); }
+    int Lineas() { return Lista().model()->rowCount(); }
+    QString Linea(int fila) { return Lista().model()->index(fila, 0).data().toString(); }
+    bool SeVe(int fila)
+    {
+        return Lista().viewport()->rect().contains(
+            Lista().visualRect(Lista().model()->index(fila, 0)));
+    }
+    /// A run that adds lines and lets the events have their turn.
+    static void Escribe(data::Progreso& progreso, int cuantas, const QString& que)
+    {
+        for (int i = 1; i <= cuantas; ++i)
+            progreso.LineaEstado(que + QString::number(i));
+        Turno(progreso);
+    }
+    /// A turn of the events that isn't too soon behind the one before.
+    static void Turno(data::Progreso& progreso)
+    {
+        QThread::msleep(60);
+        progreso.CedeEventos();
     }
 
     CorridasDePrueba corridas;
@@ -149,15 +172,96 @@ TEST_F(FrmSincronizarTest, ElTabuladorRecorreLosControlesEnElOrdenDeLaLectura)
     ASSERT_TRUE(QTest::qWaitForWindowActive(&ventana));
     C<QPushButton>("CmdSincronizaTodo")->setFocus();
     QStringList recorrido;
-    for (int i = 0; i < 9; ++i) {
+    do {
         recorrido << QApplication::focusWidget()->objectName();
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    }
+    } while (QApplication::focusWidget()->objectName() != recorrido.first() &&
+             recorrido.size() < 40);
 
-    EXPECT_EQ(recorrido,
-              (QStringList{"CmdSincronizaTodo", "ChkTFamFotos", "ChkTArtFotos", "ChkTAdjuntos",
-                           "ChkTStock", "ChkTodosFam", "ChkTodosArticulosNoEstan",
-                           "CmdSincronizarArticulos", "TxtArtDesde"}));
+    EXPECT_EQ(recorrido, (QStringList{"CmdSincronizaTodo",
+                                      "ChkTFamFotos",
+                                      "ChkTArtFotos",
+                                      "ChkTAdjuntos",
+                                      "ChkTStock",
+                                      "ChkTodosFam",
+                                      "ChkTodosArticulosNoEstan",
+                                      "CmdSincronizarArticulos",
+                                      "TxtArtDesde",
+                                      "TxtArtHasta",
+                                      "ChkArtFotos",
+                                      "ChkAdjuntos",
+                                      "ChkArtStock",
+                                      "ChkEliminarArticNoEstan",
+                                      "CmdSincronizarFamilias",
+                                      "ChkFamFotos",
+                                      "ChkRegenerarIndicesBusqueda",
+                                      "TxtBuscaEstado",
+                                      "CmdBuscaAnterior",
+                                      "CmdBuscaSiguiente",
+                                      "LstEstado",
+                                      "qt_tabwidget_tabbar"}));
+}
+
+TEST_F(FrmSincronizarTest, IntroPulsaElBotonQueTieneElFoco)
+{
+    ventana.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&ventana));
+    C<QPushButton>("CmdSincronizarFamilias")->setFocus();
+
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+
+    EXPECT_EQ(Corridas(), QStringList{"F [][] FotosFam con familias eliminaT indices"});
+    EXPECT_FALSE(ventana.isVisible());
+}
+
+TEST_F(FrmSincronizarTest, IntroEnUnaCasillaNoLanzaNada)
+{
+    ventana.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&ventana));
+    C<QCheckBox>("ChkTStock")->setFocus();
+
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+
+    EXPECT_EQ(Corridas(), QStringList{});
+    EXPECT_TRUE(ventana.isVisible());
+}
+
+TEST_F(FrmSincronizarTest, LasLetrasDeLosBotonesLosPulsan)
+{
+    const std::vector<std::pair<Qt::Key, QString>> letras{
+        {Qt::Key_T, "T [][] FotosFam FotosArt Adjuntos Stock con familias eliminaT indices"},
+        {Qt::Key_A, "A [][] FotosArt Adjuntos Stock con familias eliminaT indices"},
+        {Qt::Key_F, "F [][] FotosFam con familias eliminaT indices"}};
+    for (const auto& [letra, corrida] : letras) {
+        corridas.opciones.clear();
+        ventana.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&ventana));
+
+        QTest::keyClick(&ventana, letra, Qt::AltModifier);
+
+        EXPECT_TRUE(QTest::qWaitFor([this] { return corridas.opciones.size() == 1; }));
+        EXPECT_EQ(Corridas(), QStringList{corrida});
+    }
+}
+
+TEST_F(FrmSincronizarTest, NingunaLetraEsDeDosControlesDeUnaMismaPestana)
+{
+    auto* pestanas = C<QTabWidget>("SSTab1");
+    for (int i = 0; i < pestanas->count(); ++i) {
+        QString letras;
+        for (int p = 0; p < pestanas->count(); ++p)
+            letras += QKeySequence::mnemonic(pestanas->tabText(p)).toString().right(1);
+        for (const QWidget* control : ventana.findChildren<QWidget*>()) {
+            const bool enOtra =
+                pestanas->isAncestorOf(control) && !pestanas->widget(i)->isAncestorOf(control);
+            if (!enOtra)
+                letras += QKeySequence::mnemonic(control->property("text").toString())
+                              .toString()
+                              .right(1);
+        }
+        for (const QChar letra : letras)
+            EXPECT_EQ(letras.count(letra), 1) << i << ": " << letras.toStdString();
+    }
 }
 
 TEST_F(FrmSincronizarTest, LaTeclaIntroEnElRangoNoLanzaNada)
@@ -313,9 +417,10 @@ TEST_F(FrmSincronizarTest, LaVentanaYaSeVeCuandoSuTagLanzaElProceso)
 TEST_F(FrmSincronizarTest, SinTagOConOtroEsperaALosBotones)
 {
     for (const char* tag : {"", "CONFIG", "auto"}) {
-        QTimer::singleShot(50, &ventana, &QWidget::close);
+        FrmSincronizar otra(avisos, corridas.Fabrica());
+        QTimer::singleShot(300, &otra, &QWidget::close);
 
-        ventana.Muestra(tag);
+        otra.Muestra(tag);
 
         EXPECT_EQ(Corridas(), QStringList{}) << tag;
     }
@@ -325,9 +430,23 @@ TEST_F(FrmSincronizarTest, LaActivacionVieneUnaSolaVez)
 {
     ventana.Muestra("STOCK");
     ventana.show();
-    QTest::qWait(20);
+    QTest::qWait(300);
 
     EXPECT_EQ(corridas.opciones.size(), 1U);
+}
+
+TEST_F(FrmSincronizarTest, UnBotonMasRapidoQueElTagSeLlevaLaCorrida)
+{
+    QTimer::singleShot(0, &ventana, [this] { Pulsa("CmdSincronizarFamilias"); });
+    corridas.enMedio = [](data::Progreso& progreso) {
+        QTest::qWait(300);
+        progreso.CedeEventos();
+    };
+
+    ventana.Muestra("STOCK");
+
+    EXPECT_EQ(Corridas(), QStringList{"F [][] FotosFam con familias eliminaT indices"});
+    EXPECT_FALSE(ventana.isVisible());
 }
 
 TEST_F(FrmSincronizarTest, AlAcabarElProcesoDeUnBotonLaVentanaSeCierra)
@@ -398,21 +517,18 @@ TEST_F(FrmSincronizarTest, LaListaMuestraLaUltimaLineaSinMarcarla)
 {
     ventana.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&ventana));
-    auto* lista = C<QListWidget>("LstEstado");
     corridas.enMedio = [&](data::Progreso& progreso) {
-        for (int i = 1; i <= 300; ++i)
-            progreso.LineaEstado("[15/03/2024 9:05:07] linea " + QString::number(i));
-        progreso.CedeEventos();
-        EXPECT_TRUE(lista->isVisible());
-        EXPECT_TRUE(lista->viewport()->rect().contains(lista->visualItemRect(lista->item(299))));
+        Escribe(progreso, 300, "[15/03/2024 9:05:07] linea ");
+        EXPECT_TRUE(Lista().isVisible());
+        EXPECT_EQ(Lineas(), 300);
+        EXPECT_TRUE(SeVe(299));
     };
 
     Pulsa("CmdSincronizaTodo");
 
-    EXPECT_EQ(lista->count(), 300);
-    EXPECT_EQ(lista->item(299)->text(), "[15/03/2024 9:05:07] linea 300");
-    EXPECT_EQ(lista->currentRow(), -1);
-    EXPECT_TRUE(lista->selectedItems().isEmpty());
+    EXPECT_EQ(Linea(299), "[15/03/2024 9:05:07] linea 300");
+    EXPECT_FALSE(Lista().currentIndex().isValid());
+    EXPECT_FALSE(Lista().selectionModel()->hasSelection());
 }
 
 TEST_F(FrmSincronizarTest, ElMotorPuedeVaciarLaLista)
@@ -421,13 +537,107 @@ TEST_F(FrmSincronizarTest, ElMotorPuedeVaciarLaLista)
         progreso.LineaEstado("antigua");
         progreso.LimpiaEstado();
         progreso.LineaEstado("nueva");
+        progreso.CedeEventos();
     };
     ventana.show();
 
     Pulsa("CmdStock");
 
-    ASSERT_EQ(C<QListWidget>("LstEstado")->count(), 1);
-    EXPECT_EQ(C<QListWidget>("LstEstado")->item(0)->text(), "nueva");
+    ASSERT_EQ(Lineas(), 1);
+    EXPECT_EQ(Linea(0), "nueva");
+}
+
+TEST_F(FrmSincronizarTest, EnPlenaCorridaSeBuscaYSeCopiaEnLaLista)
+{
+    ventana.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&ventana));
+    auto* caja = C<QLineEdit>("TxtBuscaEstado");
+    int sitio = -1;
+    corridas.enMedio = [&](data::Progreso& progreso) {
+        Escribe(progreso, 200, "articulo ");
+        EXPECT_FALSE(C<QTabWidget>("SSTab1")->isEnabled());
+        QTimer::singleShot(0, &ventana, [&] {
+            QTest::mouseClick(caja, Qt::LeftButton);
+            QTest::keyClicks(caja, "articulo 12");
+            QTest::keyClick(caja, Qt::Key_Return);
+            QTest::keyClick(&Lista(), Qt::Key_C, Qt::ControlModifier);
+            sitio = Lista().verticalScrollBar()->value();
+        });
+        Turno(progreso);
+        Escribe(progreso, 200, "mas ");
+    };
+
+    Pulsa("CmdSincronizaTodo");
+
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "articulo 120");
+    EXPECT_EQ(Lista().currentIndex().data(), "articulo 120");
+    EXPECT_EQ(Lista().verticalScrollBar()->value(), sitio);
+    EXPECT_EQ(Lineas(), 400);
+    EXPECT_EQ(Corridas().size(), 1);
+}
+
+TEST_F(FrmSincronizarTest, QuienSubeEnPlenaCorridaNoVuelveAlFinalHastaQueQuiere)
+{
+    ventana.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&ventana));
+    corridas.enMedio = [&](data::Progreso& progreso) {
+        Escribe(progreso, 200, "linea ");
+        QTest::keyClick(Lista().verticalScrollBar(), Qt::Key_Home);
+        Escribe(progreso, 200, "mas ");
+        EXPECT_TRUE(SeVe(0));
+        QTest::keyClick(&Lista(), Qt::Key_Escape);
+        EXPECT_TRUE(SeVe(399));
+        Escribe(progreso, 200, "otra ");
+        EXPECT_TRUE(SeVe(599));
+    };
+
+    Pulsa("CmdSincronizaTodo");
+
+    EXPECT_EQ(Lineas(), 600);
+}
+
+TEST_F(FrmSincronizarTest, AlApagarseLasPestanasElFocoPasaALaBusqueda)
+{
+    ventana.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&ventana));
+    C<QPushButton>("CmdSincronizaTodo")->setFocus();
+    QString foco;
+    corridas.enMedio = [&](data::Progreso&) { foco = QApplication::focusWidget()->objectName(); };
+
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+
+    EXPECT_EQ(foco, "TxtBuscaEstado");
+}
+
+TEST_F(FrmSincronizarTest, IntroEnLaBusquedaNoLanzaNada)
+{
+    ventana.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&ventana));
+    auto* caja = C<QLineEdit>("TxtBuscaEstado");
+    caja->setFocus();
+
+    QTest::keyClicks(caja, "error");
+    QTest::keyClick(caja, Qt::Key_Return);
+
+    EXPECT_EQ(Corridas(), QStringList{});
+    EXPECT_TRUE(ventana.isVisible());
+}
+
+TEST_F(FrmSincronizarTest, EscapeAcabaPrimeroLaLecturaYLuegoCierra)
+{
+    corridas.enMedio = [&](data::Progreso& progreso) { Escribe(progreso, 200, "linea "); };
+    ventana.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&ventana));
+    Pulsa("CmdBorrarImagenesObsoletas");
+    Lista().setFocus();
+    QTest::keyClick(&Lista(), Qt::Key_A, Qt::ControlModifier);
+
+    QTest::keyClick(&Lista(), Qt::Key_Escape);
+    EXPECT_TRUE(ventana.isVisible());
+    EXPECT_FALSE(Lista().selectionModel()->hasSelection());
+
+    QTest::keyClick(&Lista(), Qt::Key_Escape);
+    EXPECT_FALSE(ventana.isVisible());
 }
 
 TEST_F(FrmSincronizarTest, LosTurnosSeguidosNoRepartenEventosCadaVez)
@@ -606,22 +816,21 @@ TEST_F(FrmSincronizarTest, LasLineasDelBorradoDeImagenesSeVenAntesDeLaPeticionQu
 {
     ventana.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&ventana));
-    auto* lista = C<QListWidget>("LstEstado");
     Pintadas pintadas;
-    lista->viewport()->installEventFilter(&pintadas);
+    Lista().viewport()->installEventFilter(&pintadas);
     corridas.enMedio = [&](data::Progreso& progreso) {
         for (int i = 0; i < 100; ++i)
             progreso.LineaEstado("[15/03/2024 9:05:07] linea");
         pintadas.veces = 0;
         progreso.LineaEstado("[15/03/2024 9:05:07] Comenzando bloque 2 / 9");
         EXPECT_EQ(pintadas.veces, 1);
-        EXPECT_TRUE(lista->viewport()->rect().contains(lista->visualItemRect(lista->item(100))));
+        EXPECT_TRUE(SeVe(100));
     };
 
     Pulsa("CmdBorrarImagenesObsoletas");
 
-    EXPECT_EQ(lista->count(), 101);
-    lista->viewport()->removeEventFilter(&pintadas);
+    EXPECT_EQ(Lineas(), 101);
+    Lista().viewport()->removeEventFilter(&pintadas);
 }
 
 TEST_F(FrmSincronizarTest, SiElEscritorioAcabaElProgramaElBorradoDeImagenesParaYTodoSeCierra)
