@@ -1,11 +1,10 @@
 #include "data/access/access.h"
 #include "data/errores.h"
 #include "data/ui/avisos.h"
+#include "data/ui/iconos.h"
 #include "data/ui/sistema.h"
-#include "feed/solostocks.h"
-#include "run/FrmPrincipal.h"
+#include "run/fabricas.h"
 #include "run/pantalla.h"
-#include "sync/sincronizador.h"
 #include <QApplication>
 #include <QDir>
 
@@ -15,37 +14,6 @@ namespace {
 
 constexpr int SalidaCorrecta = 0;
 constexpr int SalidaConError = 1;
-
-/// The engine of the synchronisation window on the shop of the company.
-class MotorDeTienda : public sync::Motor {
-  public:
-    MotorDeTienda(data::Programa& programa, data::Progreso& progreso)
-        : sincronizador_(programa, progreso, site::Esperas{})
-    {
-    }
-
-    void SincronizaPrestashop(const sync::Opciones& opciones) override
-    {
-        sincronizador_.SincronizaPrestashop(opciones);
-    }
-    void BorraImagenesObsoletas() override { sincronizador_.BorraImagenesObsoletas(); }
-    bool EnMarcha() const override { return sincronizador_.EnMarcha(); }
-
-  private:
-    sync::Sincronizador sincronizador_;
-};
-
-FrmPrincipal::Fabricas FabricasDe(data::Programa& programa)
-{
-    FrmPrincipal::Fabricas fabricas;
-    fabricas.motor = [&programa](data::Progreso& progreso) {
-        return std::make_unique<MotorDeTienda>(programa, progreso);
-    };
-    fabricas.generador = [&programa](data::Progreso& progreso) {
-        return std::make_unique<feed::Solostocks>(programa, progreso, site::Esperas{});
-    };
-    return fabricas;
-}
 
 /// A window that stays. Where nobody can see it, the process must not wait for ever.
 int EsperaAlOperador(FrmPrincipal& principal, const run::Entorno& entorno)
@@ -85,7 +53,10 @@ int Ejecuta(const run::Entorno& entorno, data::Avisos& avisos)
 {
     data::ui::RelojSistema reloj;
     data::Programa programa(avisos, reloj, data::CreaProveedor, QDir::currentPath());
-    FrmPrincipal principal(programa, entorno, FabricasDe(programa), data::ui::EscribeEnSalida);
+    data::ui::EscritorioSistema escritorio;
+    FrmPrincipal principal(programa, escritorio, entorno,
+                           run::FabricasDelPrograma(programa, escritorio),
+                           data::ui::EscribeEnSalida);
     try {
         return Arranca(principal, entorno);
     } catch (const data::FinDePrograma&) {
@@ -110,6 +81,7 @@ int main(int argc, char** argv)
     // The toolkit sees no argument: all of them are this program's.
     int soloElPrograma = 1;
     QApplication aplicacion(soloElPrograma, argv);
+    QApplication::setWindowIcon(data::ui::IconoPrograma());
     // A dialog of the start may be the only window for a while.
     QApplication::setQuitOnLastWindowClosed(false);
 

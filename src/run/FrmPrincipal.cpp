@@ -1,5 +1,9 @@
 #include "run/FrmPrincipal.h"
+#include "batch/trabajo.h"
+#include "data/plantilla.h"
+#include "data/rutas.h"
 #include "data/ui/frontera.h"
+#include "data/ui/iconos.h"
 #include "run/FrmConexionSqlServer.h"
 #include "run/FrmSeleccionaEmpresa.h"
 #include "ui_FrmPrincipal.h"
@@ -8,6 +12,7 @@
 #include <utility>
 
 using namespace tolmo;
+using data::ui::Dibujo;
 using data::ui::EnFrontera;
 
 namespace {
@@ -21,40 +26,80 @@ const QString InformacionProgramacion = QStringList{
     QStringLiteral("/SOLOSTOCKS:[CODEMPRESA] -> Generación proceso fichero para SOLOSTOCKS"),
     QStringLiteral("/STOCK:[CODEMPRESA] -> Actulización de existencias en la tienda prestashop"),
 }.join(QStringLiteral("\r\n"));
+
+constexpr data::Plantilla AvisoSinRegistro(u"Todavía no hay registro de hoy: lo empezará la primera sincronización del día, en {fichero}");
 // clang-format on
+
+constexpr int LadoEmblema = 48;
 
 } // namespace
 
-FrmPrincipal::FrmPrincipal(data::Programa& programa, const run::Entorno& entorno, Fabricas fabricas,
-                           FrmSincronizar::Eco eco)
-    : programa_(programa), entorno_(entorno), fabricas_(std::move(fabricas)), eco_(std::move(eco)),
+FrmPrincipal::FrmPrincipal(data::Programa& programa, data::Escritorio& escritorio,
+                           const run::Entorno& entorno, Fabricas fabricas, FrmSincronizar::Eco eco)
+    : programa_(programa), escritorio_(escritorio), entorno_(entorno),
+      fabricas_(std::move(fabricas)), eco_(std::move(eco)),
       ui_(std::make_unique<Ui::FrmPrincipal>()), arranque_(programa, entorno, *this)
 {
     ui_->setupUi(this);
     ui_->CmdSoloStock->hide();
+    PonIconos();
     ConectaBotones();
+    ConectaMenu();
 }
 
 FrmPrincipal::~FrmPrincipal() = default;
 
+void FrmPrincipal::PonIconos()
+{
+    ui_->Emblema->setPixmap(
+        data::ui::IconoPrograma().pixmap(QSize(LadoEmblema, LadoEmblema), devicePixelRatio()));
+    for (const auto& [boton, dibujo] : {std::pair(ui_->CmdSincronizar, Dibujo::Sincroniza),
+                                        std::pair(ui_->CmdParametros, Dibujo::Configura),
+                                        std::pair(ui_->CmdSoloStock, Dibujo::Anuncia),
+                                        std::pair(ui_->CmdAtributosValores, Dibujo::Atributos),
+                                        std::pair(ui_->CmdInfoProgramacion, Dibujo::Programa),
+                                        std::pair(ui_->CmdSalir, Dibujo::Sale)})
+        boton->setIcon(data::ui::Icono(dibujo));
+    for (const auto& [accion, dibujo] : {std::pair(ui_->AccionUsuarios, Dibujo::Usuarios),
+                                         std::pair(ui_->AccionRegistro, Dibujo::Registro),
+                                         std::pair(ui_->AccionInformacion, Dibujo::Programa),
+                                         std::pair(ui_->AccionSalir, Dibujo::Sale)})
+        accion->setIcon(data::ui::Icono(dibujo));
+}
+
 void FrmPrincipal::ConectaBotones()
 {
-    connect(ui_->CmdSincronizar, &QPushButton::clicked, this, &FrmPrincipal::Sincroniza);
-    connect(ui_->CmdParametros, &QPushButton::clicked, this, [this] {
-        AbreConfiguracion(programa_.CodigoEmpresa(), programa_.DescripcionEmpresa());
-    });
-    connect(ui_->CmdSoloStock, &QPushButton::clicked, this, &FrmPrincipal::GeneraSolostocks);
-    connect(ui_->CmdAtributosValores, &QPushButton::clicked, this,
-            [this] { EnProximaVersion(ui_->CmdAtributosValores->text()); });
-    connect(ui_->CmdInfoProgramacion, &QPushButton::clicked, this,
-            &FrmPrincipal::MuestraInformacion);
-    connect(ui_->CmdSalir, &QPushButton::clicked, this, &QWidget::close);
+    const auto pulsa = [this](QPushButton* boton, auto accion) {
+        connect(boton, &QPushButton::clicked, this, accion);
+    };
+    pulsa(ui_->CmdSincronizar, &FrmPrincipal::Sincroniza);
+    pulsa(ui_->CmdParametros, &FrmPrincipal::Configura);
+    pulsa(ui_->CmdSoloStock, &FrmPrincipal::GeneraSolostocks);
+    pulsa(ui_->CmdAtributosValores, &FrmPrincipal::ConfiguraAtributos);
+    pulsa(ui_->CmdInfoProgramacion, &FrmPrincipal::MuestraInformacion);
+    pulsa(ui_->CmdSalir, &QWidget::close);
+}
+
+void FrmPrincipal::ConectaMenu()
+{
+    const auto elige = [this](QAction* entrada, auto accion) {
+        connect(entrada, &QAction::triggered, this, accion);
+    };
+    elige(ui_->AccionUsuarios, &FrmPrincipal::MuestraUsuarios);
+    elige(ui_->AccionRegistro, &FrmPrincipal::AbreRegistro);
+    elige(ui_->AccionInformacion, &FrmPrincipal::MuestraInformacion);
+    elige(ui_->AccionSalir, &QWidget::close);
 }
 
 run::Desenlace FrmPrincipal::Carga()
 {
     const run::Desenlace desenlace = arranque_.Carga();
     ui_->LblEmpresa->setText(programa_.LblEmpresa);
+    // Without a company there is no database to work on.
+    const bool hayEmpresa = desenlace != run::Desenlace::SinEmpresa;
+    for (QPushButton* boton : {ui_->CmdSincronizar, ui_->CmdParametros, ui_->CmdAtributosValores})
+        boton->setEnabled(hayEmpresa);
+    ui_->AccionUsuarios->setEnabled(hayEmpresa);
     return desenlace;
 }
 
@@ -91,9 +136,34 @@ void FrmPrincipal::Sincroniza()
         VuelveAlFrente();
 }
 
+void FrmPrincipal::Configura()
+{
+    EnFrontera(programa_.avisos, [this] { arranque_.Configura(); });
+    VuelveAlFrente();
+}
+
 void FrmPrincipal::GeneraSolostocks()
 {
     EnFrontera(programa_.avisos, [this] { MuestraSolostocks({}); });
+    VuelveAlFrente();
+}
+
+void FrmPrincipal::ConfiguraAtributos()
+{
+    if (fabricas_.atributos)
+        MuestraModal(fabricas_.atributos);
+    else
+        EnProximaVersion(ui_->CmdAtributosValores->text());
+}
+
+void FrmPrincipal::MuestraUsuarios()
+{
+    MuestraModal(fabricas_.usuarios);
+}
+
+void FrmPrincipal::MuestraModal(const FabricaVentana& fabrica)
+{
+    EnFrontera(programa_.avisos, [&] { fabrica(this)->exec(); });
     VuelveAlFrente();
 }
 
@@ -105,6 +175,16 @@ void FrmPrincipal::VuelveAlFrente()
         activateWindow();
     else if (activacionPendiente_)
         Activa();
+}
+
+void FrmPrincipal::AbreRegistro()
+{
+    const QString fichero = batch::NombreFicheroLog(programa_);
+    if (data::ExisteFichero(fichero))
+        escritorio_.AbreDocumento(fichero);
+    else
+        programa_.avisos.Muestra(AvisoSinRegistro({{"fichero", fichero}}),
+                                 data::estilo::Informacion);
 }
 
 void FrmPrincipal::MuestraInformacion()
@@ -147,9 +227,11 @@ void FrmPrincipal::HabilitaCmdAtributosValores(bool habilitado)
     ui_->CmdAtributosValores->setEnabled(habilitado);
 }
 
-void FrmPrincipal::AbreConfiguracion(const QString&, const QString&)
+void FrmPrincipal::AbreConfiguracion(const QString& empresa, const QString& descripcion)
 {
-    EnProximaVersion(ui_->CmdParametros->text());
+    fabricas_
+        .configuracion(QStringLiteral("1"), empresa, descripcion, isVisible() ? this : nullptr)
+        ->exec();
 }
 
 void FrmPrincipal::MuestraSincronizar(const QString& tag)

@@ -14,15 +14,26 @@ class FrmPrincipal : public QMainWindow, private tolmo::run::VentanasDeArranque 
     Q_OBJECT
 
   public:
-    /// What makes the engines of the windows that it opens.
+    /// Makes a window that is to be shown modally over `padre`.
+    using FabricaVentana = std::function<std::unique_ptr<QDialog>(QWidget* padre)>;
+    /// The same for FrmConfiguracion: on the company of this code and description, with this Tag.
+    using FabricaConfiguracion = std::function<std::unique_ptr<QDialog>(
+        const QString& tag, const QString& empresa, const QString& descripcion, QWidget* padre)>;
+
+    /// What makes the windows that it opens, or the engines of those that it makes itself.
     struct Fabricas {
         tolmo::sync::FabricaMotor motor{};
         tolmo::feed::FabricaGenerador generador{};
+        FabricaConfiguracion configuracion{};
+        FabricaVentana usuarios{};  ///< FrmConsUsuarios
+        FabricaVentana atributos{}; ///< FrmConsPSArtConfigurador; empty as long as there is none
     };
 
-    /// `eco` gets the status lines of a run that the command line asked for.
-    FrmPrincipal(tolmo::data::Programa& programa, const tolmo::run::Entorno& entorno,
-                 Fabricas fabricas, FrmSincronizar::Eco eco = {});
+    /// The references must outlive it. `eco` gets the status lines of a run that the command line
+    /// asked for.
+    FrmPrincipal(tolmo::data::Programa& programa, tolmo::data::Escritorio& escritorio,
+                 const tolmo::run::Entorno& entorno, Fabricas fabricas,
+                 FrmSincronizar::Eco eco = {});
     ~FrmPrincipal() override;
 
     /// The load, with the whole job of a command line. The window isn't shown by it.
@@ -38,11 +49,18 @@ class FrmPrincipal : public QMainWindow, private tolmo::run::VentanasDeArranque 
     void closeEvent(QCloseEvent* evento) override;
 
   private:
+    void PonIconos();
     void ConectaBotones();
+    void ConectaMenu();
     void Activa();
     void Sincroniza();
+    void Configura();
     void GeneraSolostocks();
+    void ConfiguraAtributos();
+    void MuestraUsuarios();
+    void MuestraModal(const FabricaVentana& fabrica);
     void VuelveAlFrente();
+    void AbreRegistro();
     void MuestraInformacion();
     void EnProximaVersion(const QString& que);
 
@@ -55,6 +73,7 @@ class FrmPrincipal : public QMainWindow, private tolmo::run::VentanasDeArranque 
     bool MuestraSolostocks(const QString& tag) override;
 
     tolmo::data::Programa& programa_;
+    tolmo::data::Escritorio& escritorio_;
     tolmo::run::Entorno entorno_;
     Fabricas fabricas_;
     FrmSincronizar::Eco eco_;

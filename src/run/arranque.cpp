@@ -60,7 +60,7 @@ Desenlace Arranque::CargaSinRed()
         return Desenlace::Cancelado;
     AbreBdEmpresa();
     if (Tag_ == QLatin1String("CONFIG")) {
-        ventanas_.AbreConfiguracion(programa_.CodigoEmpresa(), programa_.DescripcionEmpresa());
+        AbreConfiguracion();
         Tag_.clear();
     }
     CreaTablaTemporal();
@@ -149,6 +149,17 @@ void Arranque::Activa()
     // Before the reload: the button tells the value that was in force until now.
     ventanas_.HabilitaCmdAtributosValores(!programa_.parametros.PS_MODOCONFIGURADOR);
     company::CargaParam(programa_);
+}
+
+void Arranque::Configura()
+{
+    AbreConfiguracion();
+    company::CargaParam(programa_);
+}
+
+void Arranque::AbreConfiguracion()
+{
+    ventanas_.AbreConfiguracion(programa_.CodigoEmpresa(), programa_.DescripcionEmpresa());
 }
 
 void Arranque::Descarga()

@@ -30,6 +30,10 @@ class Arranque {
     /// \throws data::FinDePrograma, data::ErrorDatos, data::ErrorEjecucion as CargaParam does
     void Activa();
 
+    /// The parameter editor on the open company, and then the parameters anew.
+    /// \throws data::FinDePrograma, data::ErrorDatos, data::ErrorEjecucion as CargaParam does
+    void Configura();
+
     /// Drops the temporary table; one that is gone, or a lost connection, is no error here.
     void Descarga();
 
@@ -39,6 +43,7 @@ class Arranque {
     void AbreBdLocal();
     bool EligeEmpresa();
     void AbreBdEmpresa();
+    void AbreConfiguracion();
     void CreaTablaTemporal();
     Desenlace HazTrabajo();
 

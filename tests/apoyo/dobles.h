@@ -56,3 +56,11 @@ struct ProgresoDePrueba : tolmo::data::Progreso {
     }
     void HabilitaPestanas(bool habilitadas) override { pestanas.push_back(habilitadas); }
 };
+
+/// A desktop that keeps what is given to it.
+struct EscritorioDePrueba : tolmo::data::Escritorio {
+    QStringList abiertos{};
+    QStringList copiado{};
+    void AbreDocumento(const QString& ruta) override { abiertos << ruta; }
+    void CopiaAlPortapapeles(const QString& texto) override { copiado << texto; }
+};

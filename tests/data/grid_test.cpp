@@ -1,3 +1,4 @@
+#include "apoyo/dobles.h"
 #include "data/grid.h"
 #include "grid_de_prueba.h"
 
@@ -214,12 +215,6 @@ TEST_F(GridTest, UnTextoDeLaBarraQueNoSirveSeDice)
     EXPECT_EQ(rechazo(3, "1/3/2024"), "");
     EXPECT_EQ(rechazo(4, "S"), "");
 }
-
-struct EscritorioDePrueba : data::Escritorio {
-    QStringList copiado{};
-    void AbreDocumento(const QString&) override { FAIL(); }
-    void CopiaAlPortapapeles(const QString& texto) override { copiado << texto; }
-};
 
 TEST_F(GridTest, CopiaSeleccionSinFilasSoloLoDice)
 {

@@ -14,25 +14,6 @@ namespace {
 using namespace tolmo;
 using Filas = std::vector<QStringList>;
 
-/// The engine as the program gives it to its window.
-class MotorDeTienda : public sync::Motor {
-  public:
-    MotorDeTienda(data::Programa& programa, data::Progreso& progreso)
-        : sincronizador_(programa, progreso, site::Esperas{})
-    {
-    }
-
-    void SincronizaPrestashop(const sync::Opciones& opciones) override
-    {
-        sincronizador_.SincronizaPrestashop(opciones);
-    }
-    void BorraImagenesObsoletas() override { sincronizador_.BorraImagenesObsoletas(); }
-    bool EnMarcha() const override { return sincronizador_.EnMarcha(); }
-
-  private:
-    sync::Sincronizador sincronizador_;
-};
-
 /// What an operator does at the window before the button of a run.
 struct Gestos {
     const char* boton = nullptr;
@@ -85,7 +66,8 @@ struct VentanaDeVerdad : testing::Test {
     static ResultadoCorrida Pulsa(const Gestos& gestos)
     {
         FrmSincronizar ventana(motor->avisos, [](data::Progreso& progreso) {
-            return std::make_unique<MotorDeTienda>(motor->Programa(), progreso);
+            return std::make_unique<sync::Sincronizador>(motor->Programa(), progreso,
+                                                         site::Esperas{});
         });
         ventana.show();
         for (const QString& caja : gestos.desmarca)

@@ -5,11 +5,13 @@
 #include "gestion_de_prueba.h"
 #include "run/FrmPrincipal.h"
 #include "sync/motor_de_prueba.h"
+#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTabWidget>
@@ -42,14 +44,19 @@ class FrmPrincipalTest : public testing::Test {
     Desenlace Carga(const QString& linea = {})
     {
         entorno.lineaOrdenes = linea;
-        ventana.emplace(programa, entorno, Fabricas(), [this](const QString& l) { eco << l; });
+        ventana.emplace(programa, escritorio, entorno, Fabricas(),
+                        [this](const QString& l) { eco << l; });
         if (linea.isEmpty())
             EnElDialogo([](QWidget& d) { d.findChild<QPushButton*>("CmdAceptar")->click(); });
         return ventana->Carga();
     }
     FrmPrincipal::Fabricas Fabricas()
     {
-        return {.motor = corridas.Fabrica(), .generador = generaciones.Fabrica()};
+        return {.motor = corridas.Fabrica(),
+                .generador = generaciones.Fabrica(),
+                .configuracion = configuracion,
+                .usuarios = usuarios,
+                .atributos = atributos};
     }
     /// The company's configuration of the feed, which makes its button show.
     void PonConfiguracionDelFeed()
@@ -77,12 +84,54 @@ class FrmPrincipalTest : public testing::Test {
         return boton;
     }
     void Pulsa(const char* nombre) { QTest::mouseClick(Boton(nombre), Qt::LeftButton); }
+    void Tecla(Qt::Key tecla, Qt::KeyboardModifiers con = {})
+    {
+        QTest::keyClick(&*ventana, tecla, con);
+        QCoreApplication::processEvents();
+    }
+    void AbreMenu(Qt::Key menu)
+    {
+        Tecla(menu, Qt::AltModifier);
+        if (!QApplication::activePopupWidget())
+            throw std::logic_error("no menu");
+    }
+    /// Chooses in the menu as the keyboard does: the letter of the menu, that of the entry.
+    void EligeEnMenu(Qt::Key menu, Qt::Key entrada)
+    {
+        AbreMenu(menu);
+        QTest::keyClick(QApplication::activePopupWidget(), entrada);
+    }
+    QAction* Accion(const char* nombre)
+    {
+        auto* accion = ventana->findChild<QAction*>(nombre);
+        if (!accion)
+            throw std::logic_error(nombre);
+        return accion;
+    }
+    /// A window of another room, as its factory makes it.
+    static std::unique_ptr<QDialog> Dialogo(const char* nombre, QWidget* padre)
+    {
+        auto dialogo = std::make_unique<QDialog>(padre);
+        dialogo->setObjectName(nombre);
+        return dialogo;
+    }
+    QString EscribeRegistroDeHoy()
+    {
+        EXPECT_TRUE(QDir(carpeta.path()).mkdir("HISTORICOWEB"));
+        QFile fichero(carpeta.filePath("HISTORICOWEB/20240315VUELCOPRESTASHOP.TXT"));
+        EXPECT_TRUE(fichero.open(QIODevice::WriteOnly));
+        return carpeta.path() + "\\HISTORICOWEB\\20240315VUELCOPRESTASHOP.TXT";
+    }
 
     GestionDePrueba gestion;
     CorridasDePrueba corridas;
     GeneracionesDePrueba generaciones;
+    FrmPrincipal::FabricaConfiguracion configuracion{};
+    FrmPrincipal::FabricaVentana atributos{};
+    FrmPrincipal::FabricaVentana usuarios{};
     AvisosDePrueba avisos;
     RelojDePrueba reloj;
+    EscritorioDePrueba escritorio;
     QStringList eco;
     run::Entorno entorno{.PATH_CONNECT = "/bases"};
     QTemporaryDir carpeta;
@@ -124,21 +173,17 @@ TEST_F(FrmPrincipalTest, LaInformacionParaProgramarTieneSusSeisLineas)
     EXPECT_EQ(avisos.cajas, std::vector{caja});
 }
 
-TEST_F(FrmPrincipalTest, LasVentanasQueFaltanLoDicenYNadaMas)
+TEST_F(FrmPrincipalTest, LaVentanaDeAtributosQueFaltaLoDiceYNadaMas)
 {
     Abre();
-    const QStringList antes = gestion.diario;
 
-    for (const char* boton : {"CmdParametros", "CmdAtributosValores"})
-        Pulsa(boton);
+    Pulsa("CmdAtributosValores");
 
     // clang-format off
-    EXPECT_EQ(avisos.cajas,
-              (std::vector<AvisosDePrueba::Caja>{
-                  {"\"Configuración\" todavía no está disponible en esta versión.", 64, ""},
-                  {"\"Configurar atributos y combinaciones\" todavía no está disponible en esta versión.", 64, ""}}));
+    const AvisosDePrueba::Caja caja{
+        "\"Configurar atributos y combinaciones\" todavía no está disponible en esta versión.", 64, ""};
     // clang-format on
-    EXPECT_EQ(gestion.diario, antes);
+    EXPECT_EQ(avisos.cajas, std::vector{caja});
 }
 
 TEST_F(FrmPrincipalTest, ElBotonDeSolostocksSoloSeVeConSuFichero)
@@ -151,25 +196,9 @@ TEST_F(FrmPrincipalTest, ElBotonDeSolostocksSoloSeVeConSuFichero)
     EXPECT_TRUE(Boton("CmdSoloStock")->isVisible());
 }
 
-TEST_F(FrmPrincipalTest, LaCajaDeConfiguracionAbreAntesLosParametros)
-{
-    ventana.emplace(programa, run::Entorno{.PATH_CONNECT = "/bases"}, Fabricas());
-    EnElDialogo([](QWidget& d) {
-        d.findChild<QComboBox*>("CmbEmpresa")->setCurrentIndex(0);
-        d.findChild<QCheckBox*>("ChkConfiguracion")->setChecked(true);
-        d.findChild<QPushButton*>("CmdAceptar")->click();
-    });
-
-    EXPECT_EQ(ventana->Carga(), Desenlace::Abierta);
-
-    ASSERT_EQ(avisos.cajas.size(), 1U);
-    EXPECT_EQ(avisos.cajas[0].texto,
-              "\"Configuración\" todavía no está disponible en esta versión.");
-}
-
 TEST_F(FrmPrincipalTest, CancelarLaEmpresaTerminaElPrograma)
 {
-    ventana.emplace(programa, run::Entorno{.PATH_CONNECT = "/bases"}, Fabricas());
+    ventana.emplace(programa, escritorio, run::Entorno{.PATH_CONNECT = "/bases"}, Fabricas());
     EnElDialogo([](QWidget& d) { d.findChild<QPushButton*>("cmdCancelar")->click(); });
 
     EXPECT_EQ(ventana->Carga(), Desenlace::Cancelado);
@@ -178,7 +207,7 @@ TEST_F(FrmPrincipalTest, CancelarLaEmpresaTerminaElPrograma)
 TEST_F(FrmPrincipalTest, ElDialogoDeSqlServerDaElServidor)
 {
     programa.TipoBaseDatos = data::Dialecto::SqlServer;
-    ventana.emplace(programa, run::Entorno{.PATH_KOVSERVER = "OFICINA"}, Fabricas());
+    ventana.emplace(programa, escritorio, run::Entorno{.PATH_KOVSERVER = "OFICINA"}, Fabricas());
     EnElDialogo([](QWidget& sql) {
         EXPECT_EQ(sql.objectName(), "FrmConexionSqlServer");
         EnElDialogo([](QWidget& d) { d.findChild<QPushButton*>("CmdAceptar")->click(); });
@@ -190,6 +219,250 @@ TEST_F(FrmPrincipalTest, ElDialogoDeSqlServerDaElServidor)
     EXPECT_EQ(programa.ServidorSql, "OFICINA");
     EXPECT_EQ(programa.ModoAutenticacion, "WINDOWS");
     EXPECT_EQ(programa.CodigoEmpresa(), "000001");
+}
+
+// The keyboard.
+
+TEST_F(FrmPrincipalTest, ElTabuladorVaDeArribaAAbajo)
+{
+    PonConfiguracionDelFeed();
+    Abre();
+    QStringList recorrido;
+    for (int i = 0; i < 6; ++i) {
+        ASSERT_NE(QApplication::focusWidget(), nullptr);
+        recorrido << QApplication::focusWidget()->objectName();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+
+    EXPECT_EQ(recorrido, (QStringList{"CmdSincronizar", "CmdParametros", "CmdSoloStock",
+                                      "CmdAtributosValores", "CmdInfoProgramacion", "CmdSalir"}));
+    int suelo = 0;
+    for (const QString& nombre : recorrido) {
+        const QWidget* boton = ventana->findChild<QWidget*>(nombre);
+        const int alto = boton->mapTo(&*ventana, QPoint()).y();
+        EXPECT_GE(alto, suelo) << nombre.toStdString();
+        suelo = alto + boton->height();
+    }
+}
+
+TEST_F(FrmPrincipalTest, IntroYEspacioPulsanElBotonQueTieneElFoco)
+{
+    Abre();
+    Boton("CmdInfoProgramacion")->setFocus();
+
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(avisos.cajas.size(), 1U);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Enter);
+    EXPECT_EQ(avisos.cajas.size(), 2U);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    EXPECT_EQ(avisos.cajas.size(), 3U);
+}
+
+TEST_F(FrmPrincipalTest, EscapeNoCierraElPrograma)
+{
+    Abre();
+
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+
+    EXPECT_TRUE(ventana->isVisible());
+}
+
+TEST_F(FrmPrincipalTest, NingunaLetraEsDeDosBotonesOMenus)
+{
+    Abre();
+    QString letras;
+    const auto anade = [&](const QString& texto) {
+        letras += QKeySequence::mnemonic(texto).toString().right(1);
+    };
+
+    for (const QPushButton* boton : ventana->findChildren<QPushButton*>())
+        anade(boton->text());
+    for (const QAction* menu : ventana->menuBar()->actions())
+        anade(menu->text());
+
+    EXPECT_EQ(letras.size(), 8);
+    for (const QChar letra : letras)
+        EXPECT_EQ(letras.count(letra), 1) << letras.toStdString();
+}
+
+TEST_F(FrmPrincipalTest, PorPequenaOGrandeQueSeHagaSeLeeEntera)
+{
+    PonConfiguracionDelFeed();
+    Abre();
+    for (const QSize tamano : {QSize(1, 1), QSize(1600, 1000)}) {
+        ventana->resize(tamano);
+        QCoreApplication::processEvents();
+
+        for (const QPushButton* boton : ventana->findChildren<QPushButton*>()) {
+            EXPECT_GE(boton->width(), boton->sizeHint().width())
+                << boton->objectName().toStdString();
+            EXPECT_FALSE(boton->icon().isNull()) << boton->objectName().toStdString();
+        }
+        const auto* empresa = ventana->findChild<QLabel*>("LblEmpresa");
+        EXPECT_GE(empresa->height(), empresa->heightForWidth(empresa->width()));
+    }
+}
+
+// The menu.
+
+TEST_F(FrmPrincipalTest, ElMenuTieneSusEntradas)
+{
+    Abre();
+
+    EXPECT_EQ(Rotulo(Accion("AccionRegistro")), "Registro del día");
+    EXPECT_EQ(Rotulo(Accion("AccionInformacion")), "Información para programar tarea");
+    EXPECT_EQ(Rotulo(Accion("AccionSalir")), "Salir");
+}
+
+TEST_F(FrmPrincipalTest, ElRegistroDelDiaSeAbreConElEscritorio)
+{
+    const QString fichero = EscribeRegistroDeHoy();
+    Abre();
+
+    EligeEnMenu(Qt::Key_P, Qt::Key_R);
+    EXPECT_EQ(escritorio.abiertos, QStringList{fichero});
+
+    Tecla(Qt::Key_R, Qt::ControlModifier);
+    EXPECT_EQ(escritorio.abiertos, (QStringList{fichero, fichero}));
+    EXPECT_TRUE(avisos.cajas.empty());
+}
+
+TEST_F(FrmPrincipalTest, SinRegistroDelDiaSeDiceCualSeria)
+{
+    EscribeRegistroDeHoy();
+    reloj.ahora = QDateTime(QDate(2024, 12, 5), QTime(10, 0));
+    gestion.ordenes << "CREATE TABLE WKOVTOLMO_ARTIC24120510000089 (CODART nvarchar(20))";
+    Abre();
+
+    Tecla(Qt::Key_R, Qt::ControlModifier);
+
+    EXPECT_EQ(escritorio.abiertos, QStringList{});
+    ASSERT_EQ(avisos.cajas.size(), 1U);
+    EXPECT_EQ(avisos.cajas[0].texto,
+              "Todavía no hay registro de hoy: lo empezará la primera sincronización del día, en " +
+                  carpeta.path() + "\\HISTORICOWEB\\20241205VUELCOPRESTASHOP.TXT");
+    EXPECT_EQ(avisos.cajas[0].estilo, 64);
+}
+
+TEST_F(FrmPrincipalTest, LaInformacionTambienEstaEnElMenu)
+{
+    Abre();
+    Pulsa("CmdInfoProgramacion");
+
+    EligeEnMenu(Qt::Key_Y, Qt::Key_I);
+    Tecla(Qt::Key_F1);
+
+    ASSERT_EQ(avisos.cajas.size(), 3U);
+    EXPECT_EQ(avisos.cajas[1], avisos.cajas[0]);
+    EXPECT_EQ(avisos.cajas[2], avisos.cajas[0]);
+}
+
+TEST_F(FrmPrincipalTest, SalirDelMenuDescargaLaVentana)
+{
+    Abre();
+    QSignalSpy descargas(&*ventana, &FrmPrincipal::Descargada);
+
+    EligeEnMenu(Qt::Key_P, Qt::Key_S);
+
+    EXPECT_FALSE(ventana->isVisible());
+    EXPECT_EQ(descargas.count(), 1);
+    EXPECT_EQ(gestion.diario.last(), "EJECUTA " + BorraTemporal);
+}
+
+TEST_F(FrmPrincipalTest, LosUsuariosWebSeMuestranSobreLaPrincipalYALaVueltaSeRecarga)
+{
+    int veces = 0;
+    usuarios = [&](QWidget* padre) {
+        EXPECT_EQ(padre, &*ventana);
+        ++veces;
+        return Dialogo("FrmConsUsuarios", padre);
+    };
+    Abre();
+    EXPECT_EQ(Rotulo(Accion("AccionUsuarios")), "Usuarios web");
+    const auto cierra = [this](QWidget& d) {
+        EXPECT_EQ(d.objectName(), "FrmConsUsuarios");
+        programa.DialectoActivo = data::Dialecto::MySql;
+        d.close();
+    };
+
+    EnElDialogo(cierra);
+    Tecla(Qt::Key_U, Qt::ControlModifier);
+    AbreMenu(Qt::Key_P);
+    EnElDialogo(cierra);
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_U);
+
+    EXPECT_EQ(veces, 2);
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return programa.DialectoActivo == data::Dialecto::Access; }));
+}
+
+// The windows of other rooms.
+
+TEST_F(FrmPrincipalTest, ConfiguracionAbreLaVentanaDeLaEmpresaYLuegoCargaLosParametros)
+{
+    QStringList abierta;
+    configuracion = [&](const QString& tag, const QString& codigo, const QString& descripcion,
+                        QWidget* padre) {
+        EXPECT_EQ(padre, &*ventana);
+        abierta << tag << codigo << descripcion;
+        return Dialogo("FrmConfiguracion", padre);
+    };
+    Abre();
+    EnElDialogo([this](QWidget& d) {
+        EXPECT_EQ(d.objectName(), "FrmConfiguracion");
+        EsperaParametros(gestion, {FilaDeParametros(false, "cambiado.prueba")});
+        EXPECT_NE(programa.parametros.Server_Bd, "cambiado.prueba");
+        d.close();
+    });
+
+    Pulsa("CmdParametros");
+
+    EXPECT_EQ(abierta, (QStringList{"1", "000001", "Ferretería Norte"}));
+    EXPECT_EQ(programa.parametros.Server_Bd, "cambiado.prueba");
+    EXPECT_TRUE(avisos.cajas.empty());
+}
+
+TEST_F(FrmPrincipalTest, LaConfiguracionDelArranqueSeAbreAntesDeCargarLosParametros)
+{
+    QStringList consultas{"sin abrir"};
+    configuracion = [&](const QString& tag, const QString& codigo, const QString&, QWidget* padre) {
+        EXPECT_EQ(tag, "1");
+        EXPECT_EQ(codigo, "000001");
+        EXPECT_EQ(padre, nullptr);
+        consultas = gestion.De("CONSULTA").filter(LeeEmpresa);
+        QTimer::singleShot(0, qApp, [] { QApplication::activeModalWidget()->close(); });
+        return Dialogo("FrmConfiguracion", padre);
+    };
+    ventana.emplace(programa, escritorio, run::Entorno{.PATH_CONNECT = "/bases"}, Fabricas());
+    EnElDialogo([](QWidget& d) {
+        d.findChild<QCheckBox*>("ChkConfiguracion")->setChecked(true);
+        d.findChild<QPushButton*>("CmdAceptar")->click();
+    });
+
+    EXPECT_EQ(ventana->Carga(), Desenlace::Abierta);
+
+    EXPECT_EQ(consultas, QStringList{});
+    EXPECT_EQ(gestion.De("CONSULTA").filter(LeeEmpresa).size(), 1);
+}
+
+TEST_F(FrmPrincipalTest, LosAtributosSeMuestranSobreLaPrincipal)
+{
+    int veces = 0;
+    atributos = [&](QWidget* padre) {
+        EXPECT_EQ(padre, &*ventana);
+        ++veces;
+        return Dialogo("FrmConsPSArtConfigurador", padre);
+    };
+    Abre();
+    EnElDialogo([](QWidget& d) {
+        EXPECT_EQ(d.objectName(), "FrmConsPSArtConfigurador");
+        d.close();
+    });
+
+    Pulsa("CmdAtributosValores");
+
+    EXPECT_EQ(veces, 1);
+    EXPECT_TRUE(avisos.cajas.empty());
 }
 
 // Activation.
@@ -247,12 +520,16 @@ TEST_F(FrmPrincipalTest, EnPlenoProcesoLaVentanaPrincipalNoTocaElDialecto)
 TEST_F(FrmPrincipalTest, SinEmpresasSeQuedaAbiertaYNoBorraNadaAlSalir)
 {
     gestion.consultas["select * from m_empresa"] = {};
-    ventana.emplace(programa, run::Entorno{.PATH_CONNECT = "/bases"}, Fabricas());
+    ventana.emplace(programa, escritorio, run::Entorno{.PATH_CONNECT = "/bases"}, Fabricas());
     ASSERT_EQ(ventana->Carga(), Desenlace::SinEmpresa);
     const QStringList antes = gestion.diario;
 
     Muestra();
     EXPECT_EQ(ventana->findChild<QLabel*>("LblEmpresa")->text(), "");
+    for (const char* boton : {"CmdSincronizar", "CmdParametros", "CmdAtributosValores"})
+        EXPECT_FALSE(Boton(boton)->isEnabled()) << boton;
+    EXPECT_TRUE(Boton("CmdInfoProgramacion")->isEnabled());
+    EXPECT_FALSE(Accion("AccionUsuarios")->isEnabled());
     Pulsa("CmdSalir");
 
     EXPECT_FALSE(ventana->isVisible());
@@ -362,7 +639,8 @@ TEST_F(FrmPrincipalTest, ElErrorDeUnaTareaProgramadaDaLaCajaDelArranque)
 TEST_F(FrmPrincipalTest, SinTiendaUnaTareaProgramadaDaLaCajaDelArranque)
 {
     ventana.emplace(
-        programa, run::Entorno{.lineaOrdenes = "/STOCK:000001", .PATH_CONNECT = "/bases"},
+        programa, escritorio,
+        run::Entorno{.lineaOrdenes = "/STOCK:000001", .PATH_CONNECT = "/bases"},
         FrmPrincipal::Fabricas{.motor = [](data::Progreso&) -> std::unique_ptr<sync::Motor> {
             throw data::ErrorSql(data::numero_error::Conexion, "sin tienda", "ODBC");
         }});
@@ -454,7 +732,7 @@ TEST_F(FrmPrincipalTest, ConPantallaUnFeedQueNoAcabaEsperaAlOperador)
 TEST_F(FrmPrincipalTest, UnFeedQueNoSePuedeCargarDaLaCajaDelArranque)
 {
     entorno.lineaOrdenes = "/SOLOSTOCKS:000001";
-    ventana.emplace(programa, entorno,
+    ventana.emplace(programa, escritorio, entorno,
                     FrmPrincipal::Fabricas{
                         .generador = [](data::Progreso&) -> std::unique_ptr<feed::Generador> {
                             throw data::ErrorFichero("sin configuración");
@@ -483,11 +761,12 @@ void PulsaSincronizarSinTienda()
     RelojDePrueba reloj;
     data::Programa programa(avisos, reloj, gestion.Fabrica(), "/actual");
     programa.TipoBaseDatos = data::Dialecto::Access;
-    FrmPrincipal ventana(programa, {.lineaOrdenes = "SIN MODO 000001", .PATH_CONNECT = "/bases"},
-                         {.motor = [](data::Progreso&) -> std::unique_ptr<sync::Motor> {
-                             throw data::ErrorSql(data::numero_error::Conexion, "sin tienda",
-                                                  "ODBC");
-                         }});
+    EscritorioDePrueba escritorio;
+    FrmPrincipal ventana(
+        programa, escritorio, {.lineaOrdenes = "SIN MODO 000001", .PATH_CONNECT = "/bases"},
+        {.motor = [](data::Progreso&) -> std::unique_ptr<sync::Motor> {
+            throw data::ErrorSql(data::numero_error::Conexion, "sin tienda", "ODBC");
+        }});
     ventana.Carga();
     ventana.findChild<QPushButton*>("CmdSincronizar")->click();
     std::fprintf(stderr, "sigue\n");
@@ -507,7 +786,9 @@ void PulsaSolostocksSinConfiguracion()
     RelojDePrueba reloj;
     data::Programa programa(avisos, reloj, gestion.Fabrica(), "/actual");
     programa.TipoBaseDatos = data::Dialecto::Access;
-    FrmPrincipal ventana(programa, {.lineaOrdenes = "SIN MODO 000001", .PATH_CONNECT = "/bases"},
+    EscritorioDePrueba escritorio;
+    FrmPrincipal ventana(programa, escritorio,
+                         {.lineaOrdenes = "SIN MODO 000001", .PATH_CONNECT = "/bases"},
                          {.generador = [](data::Progreso&) -> std::unique_ptr<feed::Generador> {
                              throw data::ErrorFichero("sin configuración");
                          }});
@@ -530,8 +811,9 @@ void ActivaSinParametros()
     RelojDePrueba reloj;
     data::Programa programa(avisos, reloj, gestion.Fabrica(), "/actual");
     programa.TipoBaseDatos = data::Dialecto::Access;
-    FrmPrincipal ventana(programa, {.lineaOrdenes = "SIN MODO 000001", .PATH_CONNECT = "/bases"},
-                         {});
+    EscritorioDePrueba escritorio;
+    FrmPrincipal ventana(programa, escritorio,
+                         {.lineaOrdenes = "SIN MODO 000001", .PATH_CONNECT = "/bases"}, {});
     ventana.Carga();
     gestion.consultas.clear();
     ventana.show();

@@ -16,7 +16,7 @@ template <class Accion> void EnElDialogo(Accion accion)
 }
 
 /// A caption as it is read: without the mark of its mnemonic.
-inline QString Rotulo(const QWidget* control)
+inline QString Rotulo(const QObject* control)
 {
     QString visible = control->property("text").toString();
     return visible.remove('&');

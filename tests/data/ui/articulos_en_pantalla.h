@@ -1,4 +1,5 @@
 #pragma once
+#include "apoyo/dobles.h"
 #include "data/grid_de_prueba.h"
 #include "data/ui/DataGrid.h"
 #include <QApplication>
@@ -6,13 +7,6 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QTest>
-
-/// A desktop that keeps what is given to it.
-struct EscritorioDePrueba : tolmo::data::Escritorio {
-    QStringList copiado{};
-    void AbreDocumento(const QString&) override { FAIL() << "no document is opened here"; }
-    void CopiaAlPortapapeles(const QString& texto) override { copiado << texto; }
-};
 
 template <class Control> Control& Hijo(const QObject& ventana, const char* nombre)
 {

@@ -1,0 +1,69 @@
+#include "data/ui/articulos_en_pantalla.h"
+#include "dialogo.h"
+#include "empresa_de_prueba.h"
+#include "run/fabricas.h"
+#include <QLabel>
+#include <QPushButton>
+
+using namespace tolmo;
+
+namespace {
+
+/// The main window over the windows of the program itself, open on the first company of a real
+/// database.
+class Fabricas : public testing::Test, public EmpresaDePrueba {
+  protected:
+    void SetUp() override
+    {
+        programa.TipoBaseDatos = data::Dialecto::Access;
+        Ejecuta(
+            {"CREATE TABLE USUARIOS (CODIGO nvarchar(5), NOMBRE nvarchar(50), LOGIN nvarchar(10), [PASSWORD] nvarchar(10), EMAIL nvarchar(100), EMPRESA nvarchar(20), CODTARIFA nvarchar(2))",
+             "INSERT INTO USUARIOS (CODIGO,NOMBRE) VALUES ('00001','Ana Ruiz')",
+             "INSERT INTO USUARIOS (CODIGO,NOMBRE) VALUES ('00003','Luis Gil')"});
+        EnElDialogo([](QWidget& d) { Hijo<QPushButton>(d, "CmdAceptar").click(); });
+        ASSERT_EQ(ventana.Carga(), run::Desenlace::Abierta);
+        Muestra(ventana);
+    }
+
+    EscritorioDePrueba escritorio;
+    FrmPrincipal ventana{programa, escritorio, {}, run::FabricasDelPrograma(programa, escritorio)};
+};
+
+TEST_F(Fabricas, LoQueSeCambiaEnConfiguracionValeALaVuelta)
+{
+    ASSERT_EQ(programa.parametros.Server_Bd, "c-server_bd");
+    EnElDialogo([](QWidget& d) {
+        EXPECT_EQ(d.objectName(), "FrmConfiguracion");
+        Reposa();
+        EXPECT_EQ(Hijo<QLineEdit>(d, "txtCampo_0").text(), "000001");
+        EXPECT_EQ(Hijo<QLabel>(d, "LblEmpresa").text(), "Norte");
+        auto& servidor = Hijo<QLineEdit>(d, "txtCampo_99");
+        servidor.selectAll();
+        QTest::keyClicks(&servidor, "bd.nueva");
+        Hijo<QPushButton>(d, "CmdAceptar").click();
+    });
+
+    QTest::mouseClick(&Hijo<QPushButton>(ventana, "CmdParametros"), Qt::LeftButton);
+
+    EXPECT_EQ(De("SERVER_BD"), "bd.nueva");
+    EXPECT_EQ(programa.parametros.Server_Bd, "bd.nueva");
+    EXPECT_TRUE(avisos.cajas.empty());
+}
+
+TEST_F(Fabricas, LosUsuariosWebSonLosDeLaEmpresa)
+{
+    int filas = -1;
+    EnElDialogo([&](QWidget& d) {
+        EXPECT_EQ(d.objectName(), "FrmConsUsuarios");
+        Reposa();
+        filas = Hijo<data::ui::DataGrid>(d, "DataGrid1").model()->rowCount();
+        d.close();
+    });
+
+    QTest::keyClick(&ventana, Qt::Key_U, Qt::ControlModifier);
+
+    EXPECT_EQ(filas, 2);
+    EXPECT_TRUE(avisos.cajas.empty());
+}
+
+} // namespace
