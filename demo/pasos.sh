@@ -35,7 +35,7 @@ compila() {
     local registro=$DEMO/compila.txt
     if ! {
         cd "$RAIZ" && cmake --preset release &&
-            cmake --build --preset release --target kovtolmo kovtolmo-sql
+            cmake --build --preset release --target kovtolmo kovtolmo-sql kovtolmo-pulsa
     } 2>&1 | tee "$registro" | muestra_avance; then
         tail -n 40 "$registro" >&2
         muere "el programa no se ha podido compilar; todo está en $registro"
@@ -58,19 +58,37 @@ pon_pagina() {
 
 sql() { "$RAIZ/tools/tienda" sql "$TIENDA" -N "$@"; }
 
-# One run of the program as a scheduled task starts it. Its standard output is the lines of its log.
-pasada() {
-    local registro=$1 estado=0 antes=$SECONDS
+# A program of the build, in the company's folder and with nobody at a screen; its lines are indented.
+en_la_empresa() {
+    local programa=$1
+    shift
     (
         cd "$EMPRESA"
         unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM
         export PATH_CONNECT="$EMPRESA/bases" KOV_UNIDADES="C:=$EMPRESA/disco"
-        exec "$RAIZ/build/kovtolmo" /PRESTASHOP:000001
-    ) </dev/null | tee "$registro" | sed -u 's/^\(.\)/  \1/' || estado=$?
+        exec "$RAIZ/build/$programa" "$@"
+    ) </dev/null
+}
+
+sangra() { sed -u 's/^\(.\)/  \1/'; }
+
+# One run, by whatever starts it. Its standard output is the lines of its log.
+pasada() {
+    local registro=$1 estado=0 antes=$SECONDS
+    shift
+    en_la_empresa "$@" | tee "$registro" | sangra || estado=$?
     [ "$estado" -eq 0 ] || muere "el programa ha terminado con estado $estado"
     grep -q 'FIN VUELCO DATOS A PRESTASHOP' "$registro" || muere "la pasada no ha llegado a su fin"
     revisa "$registro"
     printf '  Ha tardado %s s.\n' $((SECONDS - antes))
+}
+
+# The feed writes its boxes where the operator would see them: on the standard error.
+solostocks() {
+    en_la_empresa kovtolmo /SOLOSTOCKS:000001 2>&1 | sangra ||
+        muere "el fichero de Solostocks no se ha generado"
+    printf '  %s productos, en %sKovTolmo.xml\n' \
+        "$(grep -c '<PRODUCT>' "$EMPRESA/HISTORICOWEB/solostocks.xml")" "$TIENDA_WWW"
 }
 
 # The uploads that may fail in a healthy run, and why: the list or the batch had nothing in it, so that
@@ -150,7 +168,7 @@ product_attribute|Combinaciones
 stock_available|Filas de existencias
 image|Imágenes
 attachment|Documentos adjuntos
-cart_rule|Vales (van con su botón)
+cart_rule|Vales de descuento
 TABLAS
 }
 
