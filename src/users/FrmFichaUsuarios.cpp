@@ -102,6 +102,9 @@ void FrmFichaUsuarios::DejaCodigo()
 void FrmFichaUsuarios::Lee()
 {
     const users::Lectura leida = users::LeeUsuario(programa_, ui_->txtCampo_0->text());
+    // The other boxes have widths of their own.
+    if (const int ancho = data::ui::AnchoDe(leida.fila, QStringLiteral("CODTARIFA")); ancho > 0)
+        ui_->Combo1->lineEdit()->setMaxLength(ancho);
     if (leida.nuevo)
         data::ui::LimpiaFicha(*this);
     else

@@ -232,6 +232,9 @@ TEST_F(FrmFichaUsuariosTest, NingunaCajaAdmiteMasQueSuColumna)
     EXPECT_EQ(Campo(0).text(), "12345");
     Teclea(1, "administrador");
     EXPECT_EQ(Campo(1).text(), "administra");
+    Combo1().setFocus();
+    QTest::keyClicks(&Combo1(), "123");
+    EXPECT_EQ(Combo1().currentText(), "12");
 }
 
 // The password.

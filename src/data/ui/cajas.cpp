@@ -10,13 +10,6 @@ constexpr int TipoCorto = 2;
 constexpr int DigitosDeCorto = 4;
 constexpr int DigitosDeEntero = 9;
 
-int AnchoDe(const Campo& campo)
-{
-    if (EsEntero(campo.tipo))
-        return campo.tipo == TipoCorto ? DigitosDeCorto : DigitosDeEntero;
-    return ClaseDe(campo.tipo) == ClaseColumna::Texto ? campo.ancho : 0;
-}
-
 } // namespace
 
 void RevelaCon(QAbstractButton& boton, QLineEdit& clave)
@@ -28,14 +21,20 @@ void RevelaCon(QAbstractButton& boton, QLineEdit& clave)
     });
 }
 
+int AnchoDe(const Recordset& filas, const QString& columna)
+{
+    if (!filas.TieneColumna(columna))
+        return 0;
+    const Campo& campo = filas.Campos()[static_cast<std::size_t>(filas.Indice(columna))];
+    if (EsEntero(campo.tipo))
+        return campo.tipo == TipoCorto ? DigitosDeCorto : DigitosDeEntero;
+    return ClaseDe(campo.tipo) == ClaseColumna::Texto ? campo.ancho : 0;
+}
+
 void LimitaAnchos(QWidget& ventana, const Recordset& filas)
 {
     for (QLineEdit* caja : ventana.findChildren<QLineEdit*>()) {
-        const QString columna = caja->property("Tag").toString();
-        if (columna.isEmpty() || !filas.TieneColumna(columna))
-            continue;
-        const auto indice = static_cast<std::size_t>(filas.Indice(columna));
-        const int ancho = AnchoDe(filas.Campos()[indice]);
+        const int ancho = AnchoDe(filas, caja->property("Tag").toString());
         if (ancho > 0)
             caja->setMaxLength(std::max(ancho, static_cast<int>(caja->text().size())));
     }
