@@ -31,6 +31,8 @@ constexpr data::Plantilla AvisoSinRegistro(u"Todavía no hay registro de hoy: lo
 // clang-format on
 
 constexpr int LadoEmblema = 48;
+/// The longest name of a company takes so many at the window's smallest.
+constexpr int LineasDeEmpresa = 3;
 
 } // namespace
 
@@ -42,6 +44,8 @@ FrmPrincipal::FrmPrincipal(data::Programa& programa, data::Escritorio& escritori
 {
     ui_->setupUi(this);
     ui_->CmdSoloStock->hide();
+    ui_->LblEmpresa->setMinimumHeight(LineasDeEmpresa *
+                                      ui_->LblEmpresa->fontMetrics().lineSpacing());
     PonIconos();
     ConectaBotones();
     ConectaMenu();
@@ -64,7 +68,7 @@ void FrmPrincipal::PonIconos()
                                          std::pair(ui_->AccionRegistro, Dibujo::Registro),
                                          std::pair(ui_->AccionInformacion, Dibujo::Programa),
                                          std::pair(ui_->AccionSalir, Dibujo::Sale)})
-        accion->setIcon(data::ui::Icono(dibujo));
+        accion->setIcon(data::ui::Icono(dibujo, data::ui::Tinta::Una));
 }
 
 void FrmPrincipal::ConectaBotones()

@@ -289,6 +289,9 @@ TEST_F(FrmPrincipalTest, PorPequenaOGrandeQueSeHagaSeLeeEntera)
 {
     PonConfiguracionDelFeed();
     Abre();
+    // As long as its column takes.
+    ventana->findChild<QLabel*>("LblEmpresa")
+        ->setText("000001 Suministros Industriales y Ferretería Hermanos Valdeolmillo SL");
     for (const QSize tamano : {QSize(1, 1), QSize(1600, 1000)}) {
         ventana->resize(tamano);
         QCoreApplication::processEvents();

@@ -184,6 +184,20 @@ TEST_F(ArranqueTest, SinEmpresaLaActivacionSoloPoneElDialectoYLaDescargaNoBorraN
     EXPECT_EQ(gestion.diario, QStringList{});
 }
 
+TEST_F(ArranqueTest, LaConfiguracionSeAbreSobreLaEmpresaYLuegoSeCarganLosParametros)
+{
+    Carga();
+    gestion.diario.clear();
+    EsperaParametros(gestion, {FilaDeParametros(false, "cambiado.prueba")});
+
+    arranque->Configura();
+
+    EXPECT_EQ(gestion.diario.value(0), "VENTANA Configuracion 000001/Ferretería Norte");
+    EXPECT_EQ(gestion.diario.value(1),
+              "CONSULTA Select * from m_Empresa where codempresa='000001'");
+    EXPECT_EQ(programa.parametros.Server_Bd, "cambiado.prueba");
+}
+
 // The choice of the company.
 
 TEST_F(ArranqueTest, ElDialogoOfreceCodigoBlancoYDescripcion)

@@ -47,21 +47,21 @@ class MotorDeIcono : public QIconEngine {
     Trazado trazado_;
 };
 
-void PintaConPaleta(QPainter& pintor, Dibujo dibujo, QIcon::Mode modo)
+void PintaConPaleta(QPainter& pintor, Dibujo dibujo, Tinta tinta, QIcon::Mode modo)
 {
     const QPalette paleta = QGuiApplication::palette();
     const auto grupo = modo == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
     const QColor trazo = paleta.color(grupo, QPalette::ButtonText);
-    const bool apagado = modo == QIcon::Disabled;
-    Pinta(pintor, dibujo, trazo, apagado ? trazo : paleta.color(grupo, QPalette::Highlight));
+    const bool sinAcento = tinta == Tinta::Una || modo == QIcon::Disabled;
+    Pinta(pintor, dibujo, trazo, sinAcento ? trazo : paleta.color(grupo, QPalette::Highlight));
 }
 
 } // namespace
 
-QIcon Icono(Dibujo dibujo)
+QIcon Icono(Dibujo dibujo, Tinta tinta)
 {
-    return QIcon(new MotorDeIcono(LadoDibujo, [dibujo](QPainter& pintor, QIcon::Mode modo) {
-        PintaConPaleta(pintor, dibujo, modo);
+    return QIcon(new MotorDeIcono(LadoDibujo, [=](QPainter& pintor, QIcon::Mode modo) {
+        PintaConPaleta(pintor, dibujo, tinta, modo);
     }));
 }
 

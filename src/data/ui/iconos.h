@@ -24,9 +24,15 @@ enum class Dibujo {
     Abajo,
 };
 
-/// A line drawing in the colour of the texts on buttons, some with a spot in the colour of what is
-/// selected: it reads in light and dark alike, and at any size.
-QIcon Icono(Dibujo dibujo);
+/// How many colours a drawing has.
+enum class Tinta {
+    Una, ///< for menus, where the entry that is chosen stands on the colour of what is selected
+    Dos, ///< some with a spot in the colour of what is selected
+};
+
+/// A line drawing in the colour of the texts on buttons: it reads in light and dark alike, and at
+/// any size.
+QIcon Icono(Dibujo dibujo, Tinta tinta = Tinta::Dos);
 
 /// The program's own icon.
 QIcon IconoPrograma();

@@ -72,6 +72,18 @@ TEST(Iconos, LosApagadosTienenElColorDeLosTextosApagados)
             << static_cast<int>(dibujo);
 }
 
+TEST(Iconos, ConUnaTintaNoHayNadaDelColorDeLoElegido)
+{
+    const QPalette paleta = QApplication::palette();
+    const QColor acento = paleta.color(QPalette::Highlight);
+    const QIcon dos = data::ui::Icono(Dibujo::Usuarios);
+    const QIcon una = data::ui::Icono(Dibujo::Usuarios, data::ui::Tinta::Una);
+
+    EXPECT_GT(Puntos(Imagen(dos, {48, 48}), acento), 100);
+    EXPECT_EQ(Puntos(Imagen(una, {48, 48}), acento), 0);
+    EXPECT_GT(Puntos(Imagen(una, {48, 48}), paleta.color(QPalette::ButtonText)), 200);
+}
+
 TEST(Iconos, NingunoEsIgualQueOtro)
 {
     std::vector<QImage> imagenes;
