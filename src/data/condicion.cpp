@@ -222,7 +222,7 @@ bool ConstructorCondicion::QuitaUltimaAMedias()
     if (Vacia(filas_[ultima]) || Completa(ultima))
         return true;
     const Respuesta respuesta = programa_.avisos.Muestra(
-        u"La última fila no está completa, ¿Eliminar?"_s, estilo::SiNo + estilo::Pregunta);
+        u"La última fila no está completa, ¿Eliminar?"_s, estilo::SiNo + estilo::Aviso);
     if (respuesta != Respuesta::Si)
         return false;
     QuitaFila(ultima);

@@ -339,7 +339,7 @@ TEST_F(ConstructorTest, LaUltimaFilaAMediasSeVaSiElOperadorQuiere)
 
     EXPECT_TRUE(constructor.ConstruirCondicion());
 
-    EXPECT_THAT(Cajas(), ElementsAre(Caja{"La última fila no está completa, ¿Eliminar?", 36, ""}));
+    EXPECT_THAT(Cajas(), ElementsAre(Caja{"La última fila no está completa, ¿Eliminar?", 52, ""}));
     EXPECT_EQ(constructor.Condicion(), "CODTARIFA = 7 ");
     EXPECT_EQ(constructor.Filas().size(), 2U);
     EXPECT_TRUE(constructor.FilaVacia(1));
@@ -378,7 +378,7 @@ TEST_F(ConstructorTest, LaPreguntaVaAntesQueLosDemasMensajes)
     EXPECT_FALSE(constructor.ConstruirCondicion());
 
     ASSERT_EQ(Cajas().size(), 2U);
-    EXPECT_EQ(Cajas()[0].estilo, 36);
+    EXPECT_EQ(Cajas()[0].estilo, 52);
     EXPECT_EQ(Cajas()[1].texto, "No está permitido. Linea 1\r\nEl valor tiene que ser un número.");
 }
 

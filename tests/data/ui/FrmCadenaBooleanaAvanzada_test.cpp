@@ -220,6 +220,8 @@ TEST_F(FrmCadenaBooleanaAvanzadaTest, SeConstruyeConElTeclado)
     Tecla(Qt::Key_Tab);
     EXPECT_EQ(Fila(1), QStringList({"O", "Alta", "<", "5/3/2024"}));
     Tecla(Qt::Key_Tab); // the new row isn't begun
+    EXPECT_TRUE(C<QPushButton>("CmdEliminarFila")->hasFocus());
+    Tecla(Qt::Key_Tab);
     EXPECT_TRUE(C<QPushButton>("CmdAceptar")->hasFocus());
     Tecla(Qt::Key_Return);
 
@@ -413,7 +415,7 @@ TEST_F(FrmCadenaBooleanaAvanzadaTest, IntroTomaLaPalabraQueUneYElTabuladorPasaDe
     EscribePrimeraFila("Ana");
     Tecla(Qt::Key_Tab);
     EXPECT_EQ(Fila(1), QStringList({"", "", "", ""}));
-    EXPECT_TRUE(C<QPushButton>("CmdAceptar")->hasFocus());
+    EXPECT_TRUE(C<QPushButton>("CmdEliminarFila")->hasFocus());
 
     PulsaCelda(1, Nexo);
     Tecla(Qt::Key_Return);
@@ -446,6 +448,26 @@ TEST_F(FrmCadenaBooleanaAvanzadaTest, MayusculasTabuladorVaHaciaAtras)
     EXPECT_EQ(Abierta(), nullptr);
     EXPECT_TRUE(C<QPushButton>("CmdCancelar")->hasFocus());
     EXPECT_EQ(Fila(0), QStringList({"", "Nombre", "=", "Ana"}));
+}
+
+TEST_F(FrmCadenaBooleanaAvanzadaTest, ElTabuladorVaEnElOrdenDeLaVista)
+{
+    const QStringList orden{"FlexCond",         "CmdEliminarFila", "CmdAceptar",
+                            "CmdSobreAnterior", "CmdQuitarFiltro", "CmdCancelar"};
+    C<QPushButton>("CmdEliminarFila")->setFocus();
+    for (int i = 1; i < orden.size(); ++i) {
+        EXPECT_EQ(ventana.focusWidget()->objectName(), orden[i]);
+        Tecla(Qt::Key_Tab);
+    }
+    EXPECT_TRUE(FlexCond()->hasFocus());
+    Tecla(Qt::Key_Backtab, Qt::ShiftModifier); // over the cells, to the first one
+    while (Abierta())
+        Tecla(Qt::Key_Backtab, Qt::ShiftModifier);
+    for (auto i = orden.size() - 1; i > 0; --i) {
+        EXPECT_EQ(ventana.focusWidget()->objectName(), orden[i]);
+        Tecla(Qt::Key_Backtab, Qt::ShiftModifier);
+    }
+    EXPECT_TRUE(FlexCond()->hasFocus());
 }
 
 TEST_F(FrmCadenaBooleanaAvanzadaTest, LaSentenciaSeVeAlCompletarLaFila)
@@ -596,8 +618,8 @@ TEST_F(FrmCadenaBooleanaAvanzadaTest, UnaFilaAMediasSePregunta)
 
     Pulsa("CmdAceptar");
     EXPECT_THAT(p.avisos.cajas,
-                ElementsAre(Caja{"La última fila no está completa, ¿Eliminar?", 36, ""},
-                            Caja{"La última fila no está completa, ¿Eliminar?", 36, ""}));
+                ElementsAre(Caja{"La última fila no está completa, ¿Eliminar?", 52, ""},
+                            Caja{"La última fila no está completa, ¿Eliminar?", 52, ""}));
     EXPECT_EQ(TxtFiltro.text(), "(NOMBRE = 'Ana')");
 }
 
@@ -611,6 +633,37 @@ TEST_F(FrmCadenaBooleanaAvanzadaTest, LoQueAunSeEscribeCuentaAlAceptarPorSuTecla
     EXPECT_TRUE(QTest::qWaitFor([&] { return !ventana.isVisible(); }));
 
     EXPECT_EQ(TxtFiltro.text(), "(CODTARIFA = 7)");
+}
+
+TEST_F(FrmCadenaBooleanaAvanzadaTest, UnSiTecleadoEsVerdadEnUnCampoLogico)
+{
+    ventana.close();
+    ventana.ArrayDirectoFiltro({{"Activo", "ACTIVO", Letra::Logica}});
+    Abre();
+    EscribePrimeraFila("si");
+    EXPECT_EQ(Fila(0), QStringList({"", "Activo", "=", "si"}));
+    Tecla(Qt::Key_Escape);
+    Tecla(Qt::Key_E, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !ventana.isVisible(); }));
+
+    EXPECT_EQ(TxtFiltro.text(), "(ACTIVO = TRUE)");
+}
+
+TEST_F(FrmCadenaBooleanaAvanzadaTest, ContieneConUnaFechaNoEscribeUnaFecha)
+{
+    Tecla(Qt::Key_Return);
+    Escribe("A"); // Alta
+    Tecla(Qt::Key_Return);
+    Tecla(Qt::Key_End); // Cont.
+    Tecla(Qt::Key_Return);
+    Escribe("5/3/2024");
+    Tecla(Qt::Key_Return);
+    EXPECT_EQ(Fila(0), QStringList({"", "Alta", "Cont.", "5/3/2024"}));
+    Tecla(Qt::Key_Escape);
+    Tecla(Qt::Key_E, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !ventana.isVisible(); }));
+
+    EXPECT_EQ(TxtFiltro.text(), "(FECHAALTA Like '%5/3/2024%')");
 }
 
 TEST_F(FrmCadenaBooleanaAvanzadaTest, CadaAperturaEmpiezaDeNuevo)
