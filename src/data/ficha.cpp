@@ -72,24 +72,13 @@ QString SqlDe(const Programa& programa, const Tipos& tipos, const CampoFicha& co
     return ParaDialecto(programa.DialectoActivo, ValorSqlControl(control, tipos.De(control.Tag)));
 }
 
-bool EsDeNombre(QChar c)
-{
-    return c.isLetterOrNumber() || c == u'_';
-}
-
-/// True when the condition compares this very column: EMPRESA is none of the names in
-/// "CODEMPRESA='000001'".
+/// True when the condition names the column as a key. The condition isn't parsed, so that EMPRESA
+/// is also found in "CODEMPRESA='000001'": rather is a column left as it is than a key written.
 bool EsClave(const QString& columna, const QString& condicion)
 {
     const QString nombre = columna.toUpper();
     const QString mayusculas = condicion.toUpper();
-    for (qsizetype p = mayusculas.indexOf(nombre); p >= 0; p = mayusculas.indexOf(nombre, p + 1)) {
-        const QStringView resto = QStringView(mayusculas).mid(p + nombre.size());
-        const bool entero = p == 0 || !EsDeNombre(mayusculas[p - 1]);
-        if (entero && (resto.startsWith(u'=') || resto.startsWith(u" =")))
-            return true;
-    }
-    return false;
+    return mayusculas.contains(nombre + u'=') || mayusculas.contains(nombre + QStringLiteral(" ="));
 }
 
 const Plantilla& SqlVecina(Sentido sentido, bool numerico)

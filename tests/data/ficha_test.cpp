@@ -210,14 +210,15 @@ TEST_F(FichaEnBase, LaClaveSeReconoceEnCualquierCajaYConUnBlanco)
     EXPECT_EQ(sentencias.last(), "UPDATE USUARIOS SET NOMBRE='Eva' WHERE CoDiGo ='00003'");
 }
 
-TEST_F(FichaEnBase, UnNombreQueSoloTerminaIgualNoEsLaClave)
+TEST_F(FichaEnBase, UnaColumnaCuyoNombreCierraElDeLaClaveTambienQuedaFuera)
 {
-    const std::vector<CampoFicha> cambios{Caja("EMPRESA", "Sur")};
+    const std::vector<CampoFicha> cambios{Caja("EMPRESA", "Sur"), Caja("NOMBRE", "Eva")};
 
     data::ActualizaFicha(programa, programa.ConexionLocal, cambios, "USUARIOS",
-                         "CODEMPRESA='000001'");
+                         "codempresa ='000001'");
 
-    EXPECT_EQ(Tabla("SELECT EMPRESA FROM USUARIOS"), "Sur");
+    EXPECT_EQ(sentencias.last(), "UPDATE USUARIOS SET NOMBRE='Eva' WHERE codempresa ='000001'");
+    EXPECT_EQ(Tabla("SELECT NOMBRE,EMPRESA FROM USUARIOS"), "Eva|Norte");
 }
 
 TEST_F(FichaEnBase, ActualizaFichaSinNadaQueEscribirCierraElPrograma)
