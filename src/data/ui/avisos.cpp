@@ -158,7 +158,7 @@ QString ConSaltosDeLinea(const QString& texto)
 
 Respuesta AvisosVentana::Muestra(const QString& texto, int estilo, const QString& titulo)
 {
-    const QString mostrado = ConSaltosDeLinea(texto);
+    const QString mostrado = ConSaltosDeLinea(SinClaves(texto));
     const QString rotulo = titulo.isEmpty() ? TituloPrograma : titulo;
     const bool cabe = mostrado.size() <= CaracteresDeCaja && mostrado.count(u'\n') < LineasDeCaja;
     return cabe ? MuestraCorta(mostrado, estilo, rotulo) : MuestraLarga(mostrado, estilo, rotulo);

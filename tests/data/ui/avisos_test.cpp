@@ -160,6 +160,27 @@ TEST(AvisosVentana, UnaSentenciaDeMuchasPaginasCabeEnLaPantalla)
     avisos.Muestra(sentencia, 64, "");
 }
 
+TEST(AvisosVentana, LasClavesDeUnaSentenciaNoSeLeen)
+{
+    data::ui::AvisosVentana avisos;
+    const QString sentencia =
+        "UPDATE USUARIOS SET NOMBRE='D'Arc',[PASSWORD]='s3creta' WHERE codigo='00003'";
+    const QString mostrada =
+        "UPDATE USUARIOS SET NOMBRE='D'Arc',[PASSWORD]=*** WHERE codigo='00003'";
+    EnLaCaja([&](QDialog& caja) {
+        EXPECT_EQ(dynamic_cast<QMessageBox&>(caja).text(), mostrada);
+        caja.reject();
+    });
+    avisos.Muestra(sentencia, 64, "");
+
+    const QString larga = QString(5000, 'x') + ' ';
+    EnLaCaja([&](QDialog& caja) {
+        EXPECT_EQ(caja.findChild<QPlainTextEdit*>()->toPlainText(), larga + mostrada);
+        caja.reject();
+    });
+    avisos.Muestra(larga + sentencia, 64, "");
+}
+
 TEST(AvisosConsola, EscribeElTextoSinClavesYRespondePorDefecto)
 {
     QStringList lineas;
