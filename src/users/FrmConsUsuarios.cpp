@@ -41,10 +41,10 @@ QToolBar* FrmConsUsuarios::CreaToolbar2()
         accion->setToolTip(ayuda);
         return accion;
     };
-    QAction* nuevo = anade("NUEVO", QStringLiteral("&Nuevo"), QStringLiteral("Nuevo (Ins)"));
+    QAction* nuevo = anade("NUEVO", QStringLiteral("Nuevo"), QStringLiteral("Nuevo (Ins)"));
     nuevo->setShortcut(Qt::Key_Insert);
     connect(nuevo, &QAction::triggered, this, &FrmConsUsuarios::Nuevo);
-    QAction* editar = anade("EDITAR", QStringLiteral("&Editar"), QStringLiteral("Editar (Intro)"));
+    QAction* editar = anade("EDITAR", QStringLiteral("Editar"), QStringLiteral("Editar (Intro)"));
     connect(editar, &QAction::triggered, this, &FrmConsUsuarios::Edita);
     barra->addSeparator();
     // They belong to the bar of every such window and do nothing in this one.
@@ -63,12 +63,13 @@ void FrmConsUsuarios::keyPressEvent(QKeyEvent* evento)
 
 void FrmConsUsuarios::Nuevo()
 {
-    AbreFicha({});
+    if (Panel().TomaLoEscrito())
+        AbreFicha({});
 }
 
 void FrmConsUsuarios::Edita()
 {
-    if (Panel().Datos().Fila() < 0)
+    if (!Panel().TomaLoEscrito() || Panel().Datos().Fila() < 0)
         return;
     QString codigo;
     data::ui::EnFrontera(programa_.avisos,

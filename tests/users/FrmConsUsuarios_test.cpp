@@ -60,7 +60,7 @@ TEST_F(FrmConsUsuariosTest, TieneSusColumnasYSuBarra)
     QStringList barra;
     for (const QAction* accion : Toolbar2().actions())
         if (!accion->isSeparator())
-            barra << accion->objectName() + '=' + QString(accion->text()).remove('&');
+            barra << accion->objectName() + '=' + accion->text();
     EXPECT_EQ(barra, QStringList({"NUEVO=Nuevo", "EDITAR=Editar", "TRASPASAR=Traspasar documento",
                                   "IMPRIMIR=Imprimir"}));
     EXPECT_TRUE(Hijo<QToolBar>(ventana, "Toolbar1").isVisible());
@@ -141,6 +141,74 @@ TEST_F(FrmConsUsuariosTest, EditarSobreUnaTablaVaciaNoAbreNada)
 
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     EXPECT_TRUE(ventana.isVisible());
+}
+
+TEST_F(FrmConsUsuariosTest, SobreUnaTablaVaciaNadaFallaYNuevoProponeElPrimero)
+{
+    Ejecuta({"DELETE FROM USUARIOS"});
+    Abre();
+    auto& barra = Hijo<QToolBar>(ventana, "Toolbar1");
+    for (const char* clave : {"PRIMREG", "ULTREG", "FINDANT", "FINDSIG"}) {
+        Hijo<QAction>(barra, clave).trigger();
+        Reposa();
+    }
+    QTest::keyClick(&Hijo<QLineEdit>(ventana, "Text1"), Qt::Key_Return);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_TRUE(avisos.cajas.empty());
+    QString codigo;
+    MiraLaFicha(codigo);
+
+    Pulsa("NUEVO");
+
+    EXPECT_EQ(codigo, "00001");
+}
+
+TEST_F(FrmConsUsuariosTest, UnUsuarioQueOtroProgramaHaBorradoSeAbreComoNuevo)
+{
+    Abre();
+    PulsaCelda(Rejilla(), 1, 1);
+    Ejecuta({"DELETE FROM USUARIOS WHERE CODIGO='00003'"});
+    QString codigo;
+    EnElDialogo([&codigo](QWidget& ficha) {
+        codigo = Hijo<QLineEdit>(ficha, "txtCampo_0").text();
+        EXPECT_EQ(Hijo<QLineEdit>(ficha, "txtCampo_28").text(), "");
+        EXPECT_FALSE(Hijo<QPushButton>(ficha, "CmdBorrar").isEnabled());
+        ficha.close();
+    });
+
+    Pulsa("EDITAR");
+
+    EXPECT_EQ(codigo, "00003");
+    EXPECT_EQ(EnPantalla(), "00001 00007");
+    EXPECT_EQ(Rejilla().currentIndex().row(), 1) << "the row that stands in its place";
+}
+
+TEST_F(FrmConsUsuariosTest, EditarTomaAntesLoTecleadoEnLaBarraDeFiltro)
+{
+    Abre();
+    QTest::keyClicks(&Hijo<QLineEdit>(ventana, "FilterText_1"), "Eva");
+    QString codigo;
+    MiraLaFicha(codigo);
+
+    Pulsa("EDITAR");
+
+    EXPECT_EQ(codigo, "00007");
+    EXPECT_EQ(EnPantalla(), "00007");
+}
+
+TEST_F(FrmConsUsuariosTest, SinCmdRetornaElTabuladorVuelveDelGridALaBusqueda)
+{
+    Abre();
+    const QStringList orden{"Text1",        "FilterText_0", "FilterText_1",
+                            "FilterText_2", "FilterText_3", "DataGrid1"};
+    for (const QString& nombre : orden) {
+        EXPECT_EQ(ventana.focusWidget()->objectName().toStdString(), nombre.toStdString());
+        QTest::keyClick(ventana.focusWidget(), Qt::Key_Tab);
+    }
+    for (auto i = orden.size(); i-- > 0;) {
+        QTest::keyClick(ventana.focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+        EXPECT_EQ(ventana.focusWidget()->objectName().toStdString(), orden[i].toStdString());
+    }
 }
 
 TEST_F(FrmConsUsuariosTest, LoQueSeHaceEnLaFichaSeVeALaVuelta)

@@ -21,6 +21,14 @@ constexpr int AnchoMaximo = 360;
 /// Rows that are looked at for it.
 constexpr int FilasDeMuestra = 100;
 
+QStringList TextosDeFiltro(const Grid& grid)
+{
+    QStringList textos;
+    for (const ColumnaGrid& columna : grid.columnas)
+        textos << columna.FilterText;
+    return textos;
+}
+
 } // namespace
 
 /// The editor of a cell. It stays open until the grid closes it: its text may be refused, and then
@@ -121,11 +129,13 @@ void DataGrid::MuestraBarraFiltro(bool visible)
 
 EtiquetaGrid DataGrid::LlenaGrid(const QString& origen, const QString& campos)
 {
+    RecogeFiltros(grid_);
     return data::LlenaGrid(grid_, *adodc_, origen, campos);
 }
 
 EtiquetaGrid DataGrid::AbreGrid(const QString& sql)
 {
+    RecogeFiltros(grid_);
     return data::AbreGrid(grid_, *adodc_, sql);
 }
 
@@ -144,47 +154,55 @@ void DataGrid::PulsaCabecera(int columna)
 {
     if (!adodc_ || adodc_->RecordSource().isEmpty() || !GuardaFila())
         return;
+    RecogeFiltros(grid_);
     EtiquetaGrid etiqueta;
     Frontera([&] { etiqueta = OrdenaGrid(grid_, *adodc_, columna); });
     emit Ordenado(etiqueta);
 }
 
-void DataGrid::TomaFiltros()
+/// Takes the texts of the filter bar into `destino`. \returns false when one is refused, after the
+/// message; the others are taken
+bool DataGrid::RecogeFiltros(Grid& destino)
 {
-    if (!adodc_)
-        return;
     const QStringList textos = cabecera_->Textos();
-    bool cambiado = false;
-    Grid nueva = grid_;
-    for (std::size_t i = 0; i < nueva.columnas.size(); ++i) {
-        ColumnaGrid& columna = nueva.columnas[i];
+    bool valen = true;
+    for (std::size_t i = 0; i < destino.columnas.size(); ++i) {
+        ColumnaGrid& columna = destino.columnas[i];
         const QString texto = textos.value(static_cast<qsizetype>(i));
         if (texto == columna.FilterText)
             continue;
         const QString rechazo = RechazoDeFiltro(columna, adodc_->Filas().Campos(), texto);
-        if (!rechazo.isEmpty()) {
-            adodc_->programa().avisos.Muestra(rechazo, estilo::Aviso);
+        if (rechazo.isEmpty()) {
+            columna.FilterText = texto;
             continue;
         }
-        columna.FilterText = texto;
-        cambiado = true;
+        valen = false;
+        adodc_->programa().avisos.Muestra(rechazo, estilo::Aviso);
     }
-    if (cambiado && GuardaFila()) {
-        grid_ = nueva;
-        Frontera([&] { AplicaFiltroColumnas(grid_, *adodc_); });
+    return valen;
+}
+
+bool DataGrid::TomaFiltros()
+{
+    if (!adodc_)
+        return true;
+    Grid nueva = grid_;
+    bool tomados = RecogeFiltros(nueva);
+    if (TextosDeFiltro(nueva) != TextosDeFiltro(grid_)) {
+        if (GuardaFila()) {
+            grid_ = nueva;
+            Frontera([&] { AplicaFiltroColumnas(grid_, *adodc_); });
+        } else {
+            tomados = false;
+        }
     }
-    QStringList vigentes;
-    for (const ColumnaGrid& columna : grid_.columnas)
-        vigentes << columna.FilterText;
-    cabecera_->PonTextos(vigentes);
+    cabecera_->PonTextos(TextosDeFiltro(grid_));
+    return tomados;
 }
 
 void DataGrid::TrasReabrir()
 {
-    QStringList textos;
-    for (const ColumnaGrid& columna : grid_.columnas)
-        textos << columna.FilterText;
-    cabecera_->PonTextos(textos);
+    cabecera_->PonTextos(TextosDeFiltro(grid_));
     const ColumnaGrid* orden = grid_.ColumnaDeOrden();
     cabecera_->setSortIndicator(orden ? static_cast<int>(orden - grid_.columnas.data()) : -1,
                                 Qt::AscendingOrder);

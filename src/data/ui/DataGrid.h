@@ -34,6 +34,9 @@ class DataGrid : public QTableView {
     EtiquetaGrid LlenaGrid(const QString& origen, const QString& campos = {});
     EtiquetaGrid AbreGrid(const QString& sql);
     void QuitaFiltroGrid();
+    /// Applies what was typed in the filter bar, as leaving it does. \returns false when a text or
+    /// the row that is being typed into is refused, after the message
+    bool TomaFiltros();
 
     /// Writes what is being typed. \returns false when it is refused, after the message: whatever
     /// was about to leave the row must not go on
@@ -75,7 +78,7 @@ class DataGrid : public QTableView {
 
     void Frontera(const std::function<void()>& accion);
     void PulsaCabecera(int columna);
-    void TomaFiltros();
+    bool RecogeFiltros(Grid& destino);
     void TrasReabrir();
     void SigueAlConjunto();
     void SigueElFoco(const QWidget* antes, const QWidget* ahora);

@@ -39,12 +39,24 @@ void CabeceraFiltro::PonTextos(const QStringList& textos)
         caja->setObjectName(QStringLiteral("FilterText_%1").arg(cajas_.size()));
         caja->setToolTip(QStringLiteral("Filtro de la columna"));
         caja->installEventFilter(this);
+        PonAntesDelGrid(*caja);
         cajas_.push_back(caja);
     }
     for (std::size_t i = 0; i < cuantas; ++i)
         cajas_[i]->setText(textos[static_cast<qsizetype>(i)]);
     updateGeometries();
     emit geometriesChanged();
+}
+
+/// Tab goes from the bar into the rows below it.
+void CabeceraFiltro::PonAntesDelGrid(QWidget& caja)
+{
+    QWidget* anterior = parentWidget();
+    do
+        anterior = anterior->previousInFocusChain();
+    while (anterior != parentWidget() && !(anterior->focusPolicy() & Qt::TabFocus));
+    if (anterior != parentWidget())
+        setTabOrder(anterior, &caja);
 }
 
 QStringList CabeceraFiltro::Textos() const
@@ -97,6 +109,18 @@ void CabeceraFiltro::SigueElFoco(const QWidget* antes, const QWidget* ahora)
         emit BarraDejada();
 }
 
+bool CabeceraFiltro::focusNextPrevChild(bool siguiente)
+{
+    // The grid, which the boxes stand in, would take the key for its cells.
+    QWidget* destino = window()->focusWidget();
+    do
+        destino = siguiente ? destino->nextInFocusChain() : destino->previousInFocusChain();
+    while (!destino->isVisible() || !destino->isEnabled() ||
+           !(destino->focusPolicy() & Qt::TabFocus));
+    destino->setFocus(siguiente ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+}
+
 bool CabeceraFiltro::eventFilter(QObject* objeto, QEvent* evento)
 {
     if (evento->type() != QEvent::KeyPress)
@@ -107,16 +131,7 @@ bool CabeceraFiltro::eventFilter(QObject* objeto, QEvent* evento)
         emit BarraDejada();
         return true;
     }
-    if (tecla != Qt::Key_Tab)
-        return QHeaderView::eventFilter(objeto, evento);
-    // The grid, which the boxes stand in, would take the key for its cells.
-    auto siguiente = std::ranges::find(cajas_, objeto);
-    do
-        ++siguiente;
-    while (siguiente != cajas_.end() && !(*siguiente)->isVisible());
-    QWidget* destino = siguiente == cajas_.end() ? parentWidget() : *siguiente;
-    destino->setFocus(Qt::TabFocusReason);
-    return true;
+    return QHeaderView::eventFilter(objeto, evento);
 }
 
 } // namespace tolmo::data::ui

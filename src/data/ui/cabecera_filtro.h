@@ -32,11 +32,13 @@ class CabeceraFiltro : public QHeaderView {
 
   protected:
     void updateGeometries() override;
+    bool focusNextPrevChild(bool siguiente) override;
     bool eventFilter(QObject* objeto, QEvent* evento) override;
 
   private:
     void SigueElFoco(const QWidget* antes, const QWidget* ahora);
     bool EsCaja(const QWidget* control) const;
+    void PonAntesDelGrid(QWidget& caja);
     int AltoDeBarra() const;
 
     std::vector<QLineEdit*> cajas_{};

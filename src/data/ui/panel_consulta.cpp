@@ -77,22 +77,27 @@ void PanelConsulta::Coloca()
 
 void PanelConsulta::CreaBarra()
 {
-    Anade("PRIMREG", Icono(Dibujo::Primero), QStringLiteral("Primer registro"),
+    Anade("PRIMREG", Icono(Dibujo::Primero), QStringLiteral("Primer registro (Ctrl+Inicio)"),
           [this] { adodc_->Primera(); });
-    Anade("ULTREG", Icono(Dibujo::Ultimo), QStringLiteral("Último registro"),
+    Anade("ULTREG", Icono(Dibujo::Ultimo), QStringLiteral("Último registro (Ctrl+Fin)"),
           [this] { adodc_->Ultima(); });
     AnadeFiltro();
     QAction* anterior =
-        Anade("FINDANT", Icono(Dibujo::BuscaAnterior), QStringLiteral("Buscar anterior"),
+        Anade("FINDANT", Icono(Dibujo::BuscaAnterior), QStringLiteral("Buscar anterior (Mayús+F3)"),
               [this] { BuscaAnterior(*adodc_, etiqueta_.Tag, texto_->text()); });
     QAction* siguiente =
-        Anade("FINDSIG", Icono(Dibujo::BuscaSiguiente), QStringLiteral("Buscar siguiente"),
+        Anade("FINDSIG", Icono(Dibujo::BuscaSiguiente), QStringLiteral("Buscar siguiente (F3)"),
               [this] { BuscaSiguiente(*adodc_, etiqueta_.Tag, texto_->text()); });
-    anterior->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F3));
-    siguiente->setShortcut(QKeySequence(Qt::Key_F3));
-    for (QAction* accion : {anterior, siguiente})
-        accion->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    addActions({anterior, siguiente});
+    PonTecla(*anterior, Qt::SHIFT | Qt::Key_F3);
+    PonTecla(*siguiente, Qt::Key_F3);
+}
+
+/// A key for an action wherever in the panel the focus is; a window may hold two panels.
+void PanelConsulta::PonTecla(QAction& accion, const QKeySequence& tecla)
+{
+    accion.setShortcut(tecla);
+    accion.setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(&accion);
 }
 
 QAction* PanelConsulta::Anade(const char* clave, const QIcon& icono, const QString& ayuda,
@@ -111,22 +116,34 @@ void PanelConsulta::AnadeFiltro()
     // The press of the button must not change how it shows the filter.
     connect(botonFiltro_, &QAction::toggled, this, &PanelConsulta::MuestraEstadoDeFiltro);
     auto* menu = new QMenu(barra_);
-    const auto entrada = [this, menu](const QString& texto, const std::function<void()>& accion) {
-        QAction* elegida = menu->addAction(texto);
+    // The keys stand here: the tool tip of the button is for the condition.
+    const auto entrada = [this, menu](const QString& texto, const QKeySequence& tecla,
+                                      const std::function<void()>& accion) {
+        QAction* elegida = menu->addAction(texto, this, accion);
         elegida->setObjectName(texto);
-        connect(elegida, &QAction::triggered, this, [this, accion] { Hace(accion); });
+        PonTecla(*elegida, tecla);
     };
-    entrada(QStringLiteral("Filtro Avanzado"), [this] { Filtra(); });
-    entrada(QStringLiteral("Quitar Filtros"), [this] { QuitaFiltros(); });
+    entrada(QStringLiteral("Filtro Avanzado"), Qt::CTRL | Qt::Key_F,
+            [this] { Hace([this] { Filtra(); }); });
+    entrada(QStringLiteral("Quitar Filtros"), Qt::CTRL | Qt::SHIFT | Qt::Key_F, [this] {
+        // What was typed in the filter bar goes too, and isn't taken before.
+        if (grid_->GuardaFila())
+            EnFrontera(programa_.avisos, [this] { QuitaFiltros(); });
+    });
     auto* boton = qobject_cast<QToolButton*>(barra_->widgetForAction(botonFiltro_));
     boton->setMenu(menu);
     boton->setPopupMode(QToolButton::MenuButtonPopup);
 }
 
-/// What a button does: a row that is being typed into is left for it, and an error ends here.
+bool PanelConsulta::TomaLoEscrito()
+{
+    return grid_->TomaFiltros() && grid_->GuardaFila();
+}
+
+/// What a button does: what is being typed is left for it, and an error ends here.
 void PanelConsulta::Hace(const std::function<void()>& accion)
 {
-    if (grid_->GuardaFila())
+    if (TomaLoEscrito())
         EnFrontera(programa_.avisos, accion);
 }
 
@@ -199,7 +216,13 @@ bool PanelConsulta::eventFilter(QObject* objeto, QEvent* evento)
 {
     if (objeto == texto_ && evento->type() == QEvent::KeyPress) {
         // From the search box the rows are gone through without leaving it.
-        switch (static_cast<const QKeyEvent*>(evento)->key()) {
+        const auto& tecla = static_cast<const QKeyEvent&>(*evento);
+        switch (tecla.key()) {
+        case Qt::Key_Home:
+        case Qt::Key_End:
+            if (tecla.modifiers() != Qt::ControlModifier)
+                break;
+            [[fallthrough]];
         case Qt::Key_Up:
         case Qt::Key_Down:
         case Qt::Key_PageUp:

@@ -1,5 +1,6 @@
 #pragma once
 #include "data/ui/DataGrid.h"
+#include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QToolBar>
@@ -39,6 +40,11 @@ class PanelConsulta : public QWidget {
     void Activa();
     void PonMotivo(Motivo motivo) { motivo_ = motivo; }
 
+    /// Applies what was typed in the filter bar and writes the row that is being typed into, as an
+    /// action of the window begins: a key or a button may have left the focus there.
+    /// \returns false when one is refused, after the message
+    bool TomaLoEscrito();
+
     /// Opens the condition builder on the grid, and fills the grid again.
     void Filtra();
     void QuitaFiltros();
@@ -58,6 +64,7 @@ class PanelConsulta : public QWidget {
     void NombraControles(int numero);
     QAction* Anade(const char* clave, const QIcon& icono, const QString& ayuda,
                    const std::function<void()>& accion);
+    void PonTecla(QAction& accion, const QKeySequence& tecla);
     void AnadeFiltro();
     void MuestraEstadoDeFiltro();
     void PonEtiqueta(const EtiquetaGrid& etiqueta);

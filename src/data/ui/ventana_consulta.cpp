@@ -58,7 +58,7 @@ int VentanaConsulta::MuestraHija(QDialog& hija, PanelConsulta::Motivo motivo)
 
 void VentanaConsulta::Retorna()
 {
-    if (!panel_->Rejilla().GuardaFila() || panel_->Datos().Fila() < 0)
+    if (!panel_->TomaLoEscrito() || panel_->Datos().Fila() < 0)
         return;
     EnFrontera(programa_.avisos, [this] {
         const QString columna =
