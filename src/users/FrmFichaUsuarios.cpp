@@ -101,6 +101,8 @@ void FrmFichaUsuarios::DejaCodigo()
 
 void FrmFichaUsuarios::Lee()
 {
+    // Who revealed one password doesn't see those of the users read after it.
+    ui_->CmdVer_2->setChecked(false);
     const users::Lectura leida = users::LeeUsuario(programa_, ui_->txtCampo_0->text());
     // The other boxes have widths of their own.
     if (const int ancho = data::ui::AnchoDe(leida.fila, QStringLiteral("CODTARIFA")); ancho > 0)

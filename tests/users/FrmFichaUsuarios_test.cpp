@@ -253,7 +253,33 @@ TEST_F(FrmFichaUsuariosTest, LaContrasenaSoloSeLeeConSuBotonPulsado)
     EXPECT_EQ(Campo(2).text(), "alfar7");
 }
 
+TEST_F(FrmFichaUsuariosTest, AlLeerOtroUsuarioLaContrasenaVuelveAOcultarse)
+{
+    Abre("00001");
+    Pulsa("CmdVer_2");
+    EXPECT_EQ(Campo(2).displayText(), "alfar7");
+
+    Teclea(0, "7");
+    PulsaTecla(Qt::Key_Tab);
+
+    EXPECT_EQ(Campo(2).text(), "botijo");
+    EXPECT_EQ(Campo(2).echoMode(), QLineEdit::Password);
+    EXPECT_FALSE(Boton("CmdVer_2").isChecked());
+}
+
 // Saving.
+
+TEST_F(FrmFichaUsuariosTest, ElNombrePuedeRepetirse)
+{
+    Abre("");
+    Teclea(28, "Eva Sanz");
+
+    PulsaTecla(Qt::Key_Return);
+
+    EXPECT_EQ(avisos.cajas, (Cajas{{"Se ha creado usuario 00008", 64, ""}}));
+    EXPECT_EQ(Tabla("SELECT CODIGO FROM USUARIOS WHERE NOMBRE='Eva Sanz' ORDER BY CODIGO"),
+              "00007 00008");
+}
 
 TEST_F(FrmFichaUsuariosTest, UnoNuevoSeCreaYSeVuelveALeer)
 {
