@@ -1,4 +1,5 @@
 #include "run/FrmConexionSqlServer.h"
+#include "data/ui/cajas.h"
 #include "data/ui/controles.h"
 #include "ui_FrmConexionSqlServer.h"
 
@@ -10,9 +11,11 @@ FrmConexionSqlServer::FrmConexionSqlServer(const QString& servidor, QWidget* pad
     ui_->setupUi(this);
     ui_->TxtServidor->setText(servidor);
     tolmo::data::ui::SeleccionaAlEntrar(*this);
+    tolmo::data::ui::RevelaCon(*ui_->CmdVer, *ui_->TxtClvUsuario);
     connect(ui_->Option2, &QRadioButton::toggled, this, [this](bool conUsuario) {
         ui_->TxtCodUsuario->setEnabled(conUsuario);
         ui_->TxtClvUsuario->setEnabled(conUsuario);
+        ui_->CmdVer->setEnabled(conUsuario);
     });
     connect(ui_->CmmAceptar, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui_->CmdCancelar, &QPushButton::clicked, this, &QDialog::reject);

@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <QToolButton>
 
 using namespace tolmo;
 
@@ -184,6 +185,20 @@ TEST_F(FrmConexionSqlServerTest, LaClaveNoSeLee)
     EXPECT_NE(clave->displayText(), "Clave");
 }
 
+TEST_F(FrmConexionSqlServerTest, LaClaveSeLeeMientrasSuBotonEstaPulsado)
+{
+    auto* ver = C<QToolButton>(ventana, "CmdVer");
+    EXPECT_FALSE(ver->isEnabled());
+    Elige("Option2");
+    EXPECT_TRUE(ver->isEnabled());
+
+    QTest::keyClick(ver, Qt::Key_Space);
+    EXPECT_EQ(C<QLineEdit>(ventana, "TxtClvUsuario")->displayText(), "Clave");
+
+    QTest::keyClick(ver, Qt::Key_Space);
+    EXPECT_EQ(C<QLineEdit>(ventana, "TxtClvUsuario")->echoMode(), QLineEdit::Password);
+}
+
 TEST_F(FrmConexionSqlServerTest, ElUsuarioSoloSePideConLaSegundaOpcion)
 {
     Elige("Option2");
@@ -240,8 +255,9 @@ TEST_F(FrmConexionSqlServerTest, ElTabuladorVaDeArribaAbajoPorLoQueSePuedeUsar)
     QTest::keyClick(ventana.focusWidget(), Qt::Key_Down);
     EXPECT_TRUE(C<QRadioButton>(ventana, "Option2")->isChecked());
     C<QLineEdit>(ventana, "TxtServidor")->setFocus();
-    EXPECT_EQ(Recorrido(ventana), QStringList({"TxtServidor", "Option2", "TxtCodUsuario",
-                                               "TxtClvUsuario", "CmmAceptar", "CmdCancelar"}));
+    EXPECT_EQ(Recorrido(ventana),
+              QStringList({"TxtServidor", "Option2", "TxtCodUsuario", "TxtClvUsuario", "CmdVer",
+                           "CmmAceptar", "CmdCancelar"}));
 }
 
 TEST_F(FrmConexionSqlServerTest, CadaCajaSeSeleccionaTambienAlEntrarConElTabulador)
