@@ -113,6 +113,19 @@ TEST_F(ArranqueTest, AbreLasEmpresasYDespuesLaBaseDeLaElegida)
     EXPECT_TRUE(avisos.cajas.empty());
 }
 
+TEST_F(ArranqueTest, UnCodigoCortoTomaElPrincipioDeLaDescripcion)
+{
+    ventanas.elegida = run::EmpresaElegida{.texto = "12 Ferretería Norte"};
+    QString cadena = CadenaEmpresa;
+    gestion.inalcanzables << cadena.replace("BD000001", "BD12 Fer");
+
+    EXPECT_EQ(Carga(), Desenlace::Fallo);
+
+    EXPECT_EQ(gestion.De("ABRE").last(), cadena);
+    EXPECT_EQ(programa.CodigoEmpresa(), "12 Fer");
+    EXPECT_EQ(programa.RutaBD, "/bases\\BD12 Fer.mdb");
+}
+
 TEST_F(ArranqueTest, SinPATH_CONNECTLasBasesEstanEnLaCarpetaActual)
 {
     entorno.PATH_CONNECT.clear();
