@@ -294,8 +294,12 @@ QStringList TiendaDePrueba::PeticionesHttp() const
     while (reloj.elapsed() < 5000 &&
            HayPendientes(LeeDesde(Valor("HTTP_MARCAS"), marcaPendientes_)))
         QThread::msleep(5);
+    QStringList lineas = Lineas(LeeDesde(Valor("HTTP_REGISTRO"), marcaHttp_));
+    // A request is logged when its process has done with it, which may be after the next one's:
+    // the lines begin with the microsecond in which theirs came.
+    lineas.sort();
     QStringList peticiones;
-    for (const QString& linea : Lineas(LeeDesde(Valor("HTTP_REGISTRO"), marcaHttp_))) {
+    for (const QString& linea : std::as_const(lineas)) {
         const QString peticion = linea.section('"', 1, 1); // "GET /ruta HTTP/1.1"
         const QString estado = linea.section('"', 2).trimmed().section(' ', 0, 0);
         peticiones << peticion.section(' ', 0, 1) + ' ' + estado;
