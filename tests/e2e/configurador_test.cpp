@@ -40,7 +40,7 @@ struct ConConfigurador : testing::Test {
         return categoria + "('01A','COL','Color','V');\n" + categoria +
                "('01A','MED','Medida','V');\n" + valor + "('01A','COL','RO',1,1,1);\n" + valor +
                "('01A','COL','AZ',2,2,2);\n" + valor + "('01A','MED','T2',3,1,0.5);\n" + valor +
-               "('01A','MED','T1',4,2,0);\n" + valor + "('01A','XXX','T1',5,1,9);\n" +
+               "('01A','MED','T1',4,2,0);\n" + valor + "('01A','ZZZ','T1',5,1,9);\n" +
                "INSERT INTO PS_CONF_ART_VAL (CODARTICULO,CODCATEGORIA,VALOR,ID,SECUENCIA,INC_PVP) VALUES "
                "('01A','COL','ZZ',9,9,9);\n";
     }
@@ -133,7 +133,7 @@ struct EnPasoATraves : testing::Test {
             "CREATE PROCEDURE PS_BORRA_PS_CONF_ART_VAL AS DELETE FROM PS_CONF_ART_VAL;\n"
             "CREATE PROCEDURE PS_CARGA_PS_CONF_ART_CAT AS INSERT INTO PS_CONF_ART_CAT (CODARTICULO,CODCATEGORIA,DESCRIPCION,TIPO) SELECT CODARTICULO,CODCATEGORIA,DESCRIPCION,TIPOVALOR FROM CONF_ART_CAT;\n"
             "CREATE PROCEDURE PS_CARGA_PS_CONF_ART_VAL AS INSERT INTO PS_CONF_ART_VAL (CODARTICULO,CODCATEGORIA,VALOR,ID,SECUENCIA,INC_PVP,PESO) SELECT CODARTICULO,CODCATEGORIA,VALOR,ID,SECUENCIA,PVP1,0.25 FROM CONF_ART_VAL;\n"
-            "CREATE PROCEDURE PS_QUITAR_VALORES_NO_USADOS AS DELETE FROM PS_CONF_ART_VAL WHERE CODCATEGORIA='XXX' OR VALOR='T1';\n");
+            "CREATE PROCEDURE PS_QUITAR_VALORES_NO_USADOS AS DELETE FROM PS_CONF_ART_VAL WHERE CODCATEGORIA='ZZZ' OR VALOR='T1';\n");
         corrida = empresa.Corre();
     }
 

@@ -84,7 +84,7 @@ TEST_F(DatosMalos, UnaCategoriaQueFaltaEnSuMaestroTomaElRangoDeLaAnterior)
                 "INSERT INTO M_OPCIONALES (CODCATEGORIA,CODOPCIONAL,DESCRIPCION) VALUES "
                 "('MED','T1','Chico');\n" +
                 SqlCatalogo() + SqlValor("0101A", "MED", "T1", 1) +
-                SqlValor("0101A", "XXX", "T1", 1) + SqlArticulo("0101B") +
+                SqlValor("0101A", "ZZZ", "T1", 1) + SqlArticulo("0101B") +
                 SqlValor("0101B", "AAA", "T1", 1));
 
     const ResultadoCorrida corrida = empresa.Corre();
