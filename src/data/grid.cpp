@@ -67,7 +67,7 @@ const ColumnaGrid* Grid::ColumnaDeOrden() const
             continue;
         if (columna.DataField.compare(columnaRecordada, Qt::CaseInsensitive) == 0)
             return &columna;
-        if (!primera)
+        if (!primera || (primera->oculta && !columna.oculta))
             primera = &columna;
     }
     return primera;

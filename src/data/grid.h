@@ -17,7 +17,8 @@ struct Grid {
     bool preguntaAlBorrar = true; ///< off where the window asks its own question
 
     bool Edita() const { return AllowUpdate || AllowAddNew || AllowDelete; }
-    /// The column of the order; nullptr for a grid without bound columns.
+    /// The column of the order: the remembered one, else the first that is shown; nullptr for a
+    /// grid without bound columns.
     const ColumnaGrid* ColumnaDeOrden() const;
     QStringList DataFields() const;
 };

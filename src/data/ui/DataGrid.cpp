@@ -1,4 +1,5 @@
 #include "data/ui/DataGrid.h"
+#include "data/ui/boton_celda.h"
 #include "data/ui/cabecera_filtro.h"
 #include "data/ui/controles.h"
 #include "data/ui/frontera.h"
@@ -10,6 +11,7 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <algorithm>
 #include <set>
 #include <utility>
 
@@ -58,9 +60,32 @@ class DataGrid::Delegado : public QStyledItemDelegate {
             grid_.Toma(indice, caja->text());
     }
 
+    void paint(QPainter* pintor, const QStyleOptionViewItem& opcion,
+               const QModelIndex& indice) const override
+    {
+        QStyledItemDelegate::paint(pintor, opcion, indice);
+        if (grid_.TieneBoton(indice))
+            PintaBoton(*pintor, *grid_.style(), grid_.palette(), opcion.rect,
+                       indice == grid_.pulsada_);
+    }
+
+    /// The button stays beside the editor.
+    void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& opcion,
+                              const QModelIndex& indice) const override
+    {
+        QStyledItemDelegate::updateEditorGeometry(editor, opcion, indice);
+        if (grid_.TieneBoton(indice))
+            editor->resize(editor->width() - SitioDeBoton(opcion.rect).width(), editor->height());
+    }
+
   protected:
     bool eventFilter(QObject* objeto, QEvent* evento) override
     {
+        if (evento->type() == QEvent::KeyPress &&
+            grid_.EsTeclaDeBoton(*static_cast<QKeyEvent*>(evento))) {
+            grid_.PulsaBoton();
+            return true;
+        }
         return evento->type() != QEvent::FocusOut &&
                QStyledItemDelegate::eventFilter(objeto, evento);
     }
@@ -119,6 +144,9 @@ void DataGrid::Define(Grid definicion)
     if (!modelo_)
         return;
     modelo_->Rehaz();
+    for (int i = 0; i < modelo_->columnCount(); ++i)
+        setColumnHidden(i, grid_.columnas[static_cast<std::size_t>(i)].oculta);
+    columna_ = PrimeraVisible();
     TrasReabrir();
 }
 
@@ -237,6 +265,46 @@ void DataGrid::PonAnchos()
     }
 }
 
+/// True for the cells of the current row whose column has a button, where it may be changed.
+bool DataGrid::TieneBoton(const QModelIndex& celda) const
+{
+    return celda.isValid() && celda.row() == currentIndex().row() &&
+           grid_.columnas.at(static_cast<std::size_t>(celda.column())).boton &&
+           celda.flags().testFlag(Qt::ItemIsEditable);
+}
+
+/// The cell on whose button a place of the viewport lies.
+QModelIndex DataGrid::CeldaDelBoton(const QPoint& sitio) const
+{
+    const QModelIndex celda = indexAt(sitio);
+    return TieneBoton(celda) && SitioDeBoton(visualRect(celda)).contains(sitio) ? celda
+                                                                                : QModelIndex();
+}
+
+bool DataGrid::EsTeclaDeBoton(const QKeyEvent& tecla) const
+{
+    return (tecla.key() == Qt::Key_F11 || tecla.key() == Qt::Key_F12) && TieneBoton(currentIndex());
+}
+
+void DataGrid::PulsaBoton()
+{
+    if (editor_)
+        closeEditor(editor_, QAbstractItemDelegate::RevertModelCache);
+    emit BotonPulsado(currentIndex().column());
+}
+
+bool DataGrid::Teclea(const QString& columna, const QString& texto)
+{
+    const auto suya = std::ranges::find_if(grid_.columnas, [&](const ColumnaGrid& una) {
+        return una.DataField.compare(columna, Qt::CaseInsensitive) == 0;
+    });
+    if (suya == grid_.columnas.end() || !currentIndex().isValid())
+        return false;
+    Toma(modelo_->index(currentIndex().row(), static_cast<int>(suya - grid_.columnas.begin())),
+         texto);
+    return !std::exchange(rechazada_, false);
+}
+
 /// Makes the current row of the record set that of the grid.
 void DataGrid::SigueAlConjunto()
 {
@@ -281,6 +349,13 @@ void DataGrid::VuelveALaCelda(const QModelIndex& celda)
                                                          QItemSelectionModel::Rows);
         },
         Qt::QueuedConnection);
+}
+
+/// Where a row is entered.
+int DataGrid::PrimeraVisible() const
+{
+    const auto visible = std::ranges::find(grid_.columnas, false, &ColumnaGrid::oculta);
+    return visible == grid_.columnas.end() ? 0 : static_cast<int>(visible - grid_.columnas.begin());
 }
 
 bool DataGrid::GuardaFila()
@@ -355,10 +430,36 @@ QModelIndex DataGrid::moveCursor(CursorAction accion, Qt::KeyboardModifiers tecl
 void DataGrid::mousePressEvent(QMouseEvent* evento)
 {
     const QModelIndex destino = indexAt(evento->position().toPoint());
+    pulsada_ = CeldaDelBoton(evento->position().toPoint());
+    if (pulsada_.isValid() && evento->button() == Qt::LeftButton) {
+        // The value is about to be chosen: what was begun in its cell is given up.
+        if (editor_)
+            closeEditor(editor_, QAbstractItemDelegate::RevertModelCache);
+        setCurrentIndex(pulsada_);
+        return viewport()->update();
+    }
     const bool mismaFila = destino.row() == currentIndex().row();
     if (!(mismaFila ? CierraEditor() : GuardaFila()))
         return;
     QTableView::mousePressEvent(evento);
+}
+
+void DataGrid::mouseReleaseEvent(QMouseEvent* evento)
+{
+    if (!pulsada_.isValid())
+        return QTableView::mouseReleaseEvent(evento);
+    const bool encima = CeldaDelBoton(evento->position().toPoint()) == pulsada_;
+    pulsada_ = QModelIndex();
+    viewport()->update();
+    if (encima)
+        PulsaBoton();
+}
+
+void DataGrid::mouseDoubleClickEvent(QMouseEvent* evento)
+{
+    // On a button the second press isn't one that opens the editor.
+    if (!CeldaDelBoton(evento->position().toPoint()).isValid())
+        QTableView::mouseDoubleClickEvent(evento);
 }
 
 void DataGrid::keyPressEvent(QKeyEvent* evento)
@@ -369,6 +470,8 @@ void DataGrid::keyPressEvent(QKeyEvent* evento)
         return CopiaSeleccion();
     if (evento->key() == Qt::Key_Delete && grid_.AllowDelete)
         return BorraSeleccion();
+    if (EsTeclaDeBoton(*evento))
+        return PulsaBoton();
     if (evento->key() == Qt::Key_Escape && modelo_->HayCambios())
         return modelo_->DescartaFila();
     QTableView::keyPressEvent(evento);

@@ -10,7 +10,8 @@ class CabeceraFiltro;
 /// The browse grid: the rows of a data control, the heads of its columns, a filter bar. A grid that
 /// may be edited writes a row when it is left: for another row or for another control.
 /// Ctrl+C copies the selected rows, Ctrl+A selects all, Del deletes where it is allowed, Escape
-/// gives up the cell that is being typed and, pressed again, the whole row.
+/// gives up the cell that is being typed and, pressed again, the whole row. In a column with a
+/// button F11 and F12 press it.
 class DataGrid : public QTableView {
     Q_OBJECT
 
@@ -46,6 +47,9 @@ class DataGrid : public QTableView {
     QString ColumnaActual() const;
     /// A column of the current row, as it is being typed; Empty without a current row.
     Valor ValorActual(const QString& columna) const;
+    /// Puts a text into a column of the current row as if it had been typed: it is checked, and may
+    /// be refused. \returns false when it is, after the message, or when it can't be edited
+    bool Teclea(const QString& columna, const QString& texto);
     /// The selected rows, from 0 and in their order.
     std::vector<int> SelBookmarks() const;
     void SeleccionaTodoGrid();
@@ -59,6 +63,9 @@ class DataGrid : public QTableView {
     /// Another row is current, or none; also after the rows were read anew. What it leads to in
     /// the engine goes through EnFrontera.
     void FilaCambiada();
+    /// The button of a column (its index) was pressed in the current row. What is being typed into
+    /// the cell has been given up.
+    void BotonPulsado(int columna);
     /// The head of a column was clicked and the rows stand in its order.
     void Ordenado(const tolmo::data::EtiquetaGrid& etiqueta);
 
@@ -67,6 +74,8 @@ class DataGrid : public QTableView {
     QModelIndex moveCursor(CursorAction accion, Qt::KeyboardModifiers teclas) override;
     void keyPressEvent(QKeyEvent* evento) override;
     void mousePressEvent(QMouseEvent* evento) override;
+    void mouseReleaseEvent(QMouseEvent* evento) override;
+    void mouseDoubleClickEvent(QMouseEvent* evento) override;
     void contextMenuEvent(QContextMenuEvent* evento) override;
 
   protected slots:
@@ -87,6 +96,11 @@ class DataGrid : public QTableView {
     bool AnadeAlPie(CursorAction accion) const;
     void VuelveALaCelda(const QModelIndex& celda);
     void PonAnchos();
+    int PrimeraVisible() const;
+    bool TieneBoton(const QModelIndex& celda) const;
+    QModelIndex CeldaDelBoton(const QPoint& sitio) const;
+    bool EsTeclaDeBoton(const QKeyEvent& tecla) const;
+    void PulsaBoton();
 
     Grid grid_{};
     Adodc* adodc_ = nullptr;
@@ -94,8 +108,9 @@ class DataGrid : public QTableView {
     ModeloGrid* modelo_ = nullptr;
     CabeceraFiltro* cabecera_;
     QPointer<QWidget> editor_{};
-    bool rechazada_ = false;   ///< the text that was committed last
-    bool tomando_ = false;     ///< a typed text is being handed to the model
+    QPersistentModelIndex pulsada_{}; ///< the cell whose button is held down
+    bool rechazada_ = false;          ///< the text that was committed last
+    bool tomando_ = false;            ///< a typed text is being handed to the model
     bool acompasando_ = false; ///< one of grid and record set is being moved to where the other is
     bool anchosPuestos_ = false;
     int columna_ = 0;

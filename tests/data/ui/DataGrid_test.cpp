@@ -666,4 +666,115 @@ TEST_F(BarraDeFiltro, ElTabuladorSaleDeUnGridQueSoloSeMira)
     EXPECT_EQ(FilaActual(), 0);
 }
 
+/// The same with a button in the names, and the codes hidden.
+class DataGridConBoton : public DataGridTest {
+  protected:
+    DataGridConBoton()
+    {
+        grid.columnas[Codigo].oculta = true;
+        grid.columnas[Nombre].boton = true;
+        grid.columnas[Nombre].ancho = 200;
+        rejilla->Define(grid);
+        QObject::connect(rejilla, &DataGrid::BotonPulsado,
+                         [this](int columna) { pulsados << columna; });
+    }
+
+    QPoint SitioDelBoton(int fila)
+    {
+        const QRect celda = rejilla->visualRect(rejilla->model()->index(fila, Nombre));
+        return {celda.right() - 5, celda.center().y()};
+    }
+    void PulsaBoton(int fila)
+    {
+        QTest::mouseClick(rejilla->viewport(), Qt::LeftButton, {}, SitioDelBoton(fila));
+        Reposa();
+    }
+
+    QList<int> pulsados{};
+};
+
+TEST_F(DataGridConBoton, UnaColumnaOcultaNoSeVeNiEsDondeSeEntraEnUnaFila)
+{
+    EXPECT_TRUE(rejilla->isColumnHidden(Codigo));
+    EXPECT_EQ(rejilla->currentIndex().column(), Nombre);
+    EXPECT_EQ(data::EtiquetaDe(rejilla->Definicion()).Tag, "NOMBRE");
+    EXPECT_EQ(rejilla->ValorActual("CODIGO").toString(), "A1") << "it is read all the same";
+}
+
+TEST_F(DataGridConBoton, SoloLaFilaActualTieneBoton)
+{
+    PulsaBoton(2);
+    EXPECT_TRUE(pulsados.isEmpty()) << "the press chose the row";
+    EXPECT_EQ(rejilla->currentIndex().row(), 2);
+
+    PulsaBoton(2);
+    EXPECT_EQ(pulsados, QList<int>{Nombre});
+}
+
+TEST_F(DataGridConBoton, FueraDelBotonLaCeldaSeEditaComoCualquiera)
+{
+    PulsaCelda(*rejilla, 0, Nombre);
+    QTest::mouseDClick(rejilla->viewport(), Qt::LeftButton, {}, SitioDeCelda(*rejilla, 0, Nombre));
+
+    EXPECT_TRUE(pulsados.isEmpty());
+    ASSERT_NE(Editor(*rejilla), nullptr);
+    EXPECT_LT(Editor(*rejilla)->geometry().right(), SitioDelBoton(0).x()) << "the button shows";
+}
+
+TEST_F(DataGridConBoton, ElRatonQueSeVaDelBotonNoLoPulsa)
+{
+    QTest::mousePress(rejilla->viewport(), Qt::LeftButton, {}, SitioDelBoton(0));
+    QTest::mouseRelease(rejilla->viewport(), Qt::LeftButton, {}, SitioDeCelda(*rejilla, 2, Nombre));
+
+    EXPECT_TRUE(pulsados.isEmpty());
+    EXPECT_EQ(rejilla->currentIndex().row(), 0);
+}
+
+TEST_F(DataGridConBoton, F11YF12LoPulsanYDejanLoEmpezadoEnLaCelda)
+{
+    QTest::keyClick(rejilla, Qt::Key_F11);
+    EXPECT_EQ(pulsados, QList<int>{Nombre});
+
+    Teclea(0, Nombre, "Cua");
+    QTest::keyClick(Editor(*rejilla), Qt::Key_F12);
+    Reposa();
+
+    EXPECT_EQ(pulsados, (QList<int>{Nombre, Nombre}));
+    EXPECT_EQ(Editor(*rejilla), nullptr);
+    EXPECT_EQ(Celda(*rejilla, 0, Nombre), "Tornillo");
+
+    PulsaCelda(*rejilla, 0, Precio);
+    QTest::keyClick(rejilla, Qt::Key_F12);
+    EXPECT_EQ(pulsados.size(), 2) << "that column has none";
+}
+
+TEST_F(DataGridConBoton, SinPermisoParaCambiarNoHayBoton)
+{
+    grid.AllowUpdate = false;
+    rejilla->Define(grid);
+
+    PulsaBoton(0);
+    EXPECT_TRUE(pulsados.isEmpty());
+
+    PulsaCelda(*rejilla, FilaNueva, Nombre);
+    PulsaBoton(FilaNueva);
+    EXPECT_EQ(pulsados, QList<int>{Nombre}) << "rows may be added";
+}
+
+TEST_F(DataGridConBoton, LoElegidoSeCompruebaComoSiSeTecleara)
+{
+    rejilla->Eventos().antesDeColumna = [](int columna, QString& texto) {
+        texto = texto.toUpper();
+        return columna == Nombre && texto != QLatin1String("MALO");
+    };
+
+    EXPECT_TRUE(rejilla->Teclea("nombre", "perno"));
+    EXPECT_FALSE(rejilla->Teclea("NOMBRE", "malo"));
+    EXPECT_FALSE(rejilla->Teclea("NOHAY", "perno"));
+
+    EXPECT_EQ(Celda(*rejilla, 0, Nombre), "PERNO");
+    EXPECT_TRUE(rejilla->GuardaFila());
+    EXPECT_EQ(EnBase("A1"), "PERNO|10");
+}
+
 } // namespace
