@@ -1,4 +1,5 @@
 #include "data/rutas.h"
+#include "data/unidades.h"
 #include <QDir>
 #include <QFileInfo>
 #include <optional>
@@ -6,35 +7,9 @@
 namespace tolmo::data {
 namespace {
 
-/// A drive or a share and the local folder that stands for it.
-struct Unidad {
-    QString raiz{};
-    QString carpeta{};
-};
-
-QString SinBarraFinal(QString ruta)
-{
-    while (ruta.size() > 1 && ruta.endsWith(u'/'))
-        ruta.chop(1);
-    return ruta;
-}
-
 QString ConBarras(QString ruta)
 {
     return ruta.replace(u'\\', u'/');
-}
-
-std::vector<Unidad> Unidades()
-{
-    std::vector<Unidad> unidades;
-    const QString texto = qEnvironmentVariable("KOV_UNIDADES");
-    for (const QString& par : texto.split(u';', Qt::SkipEmptyParts)) {
-        const qsizetype igual = par.indexOf(u'=');
-        if (igual > 0)
-            unidades.push_back({SinBarraFinal(ConBarras(par.left(igual).trimmed())),
-                                SinBarraFinal(ConBarras(par.mid(igual + 1).trimmed()))});
-    }
-    return unidades;
 }
 
 bool EstaBajo(const QString& ruta, const QString& raiz)
@@ -49,7 +24,7 @@ bool EstaBajo(const QString& ruta, const QString& raiz)
 QString PonUnidad(const QString& ruta)
 {
     std::optional<Unidad> elegida;
-    for (const Unidad& unidad : Unidades()) {
+    for (const Unidad& unidad : UnidadesMapeadas()) {
         const bool mejor = !elegida || unidad.raiz.size() > elegida->raiz.size();
         if (mejor && EstaBajo(ruta, unidad.raiz))
             elegida = unidad;
