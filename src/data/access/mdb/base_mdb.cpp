@@ -1,0 +1,79 @@
+#include "data/access/mdb/base_mdb.h"
+#include "data/access/mdb/consulta_guardada.h"
+#include "data/access/mdb/errores_mdb.h"
+#include "data/rutas.h"
+
+namespace tolmo::data::access::mdb {
+namespace {
+
+// A linked table may be a link itself, and two files may link to each other.
+constexpr int MasEnlaces = 4;
+
+Tabla TablaEn(const std::shared_ptr<FicheroPaginas>& fichero, quint32 pagina, const QString& nombre)
+{
+    auto definicion = EnLugar(
+        [&] { return Lugar{.fichero = fichero->Nombre(), .tabla = nombre}; },
+        [&] { return std::make_shared<const Definicion>(LeeDefinicion(*fichero, pagina)); });
+    return {fichero, definicion, nombre};
+}
+
+} // namespace
+
+Base::Base(const QString& ruta, const Apertura& apertura)
+    : apertura_(apertura), fichero_(std::make_shared<FicheroPaginas>(ruta, apertura))
+{
+    catalogo_ = std::make_unique<Catalogo>(
+        TablaEn(fichero_, Catalogo::PaginaObjetos, QStringLiteral("MSysObjects")));
+}
+
+Tabla Base::AbreTabla(const QString& nombre) const
+{
+    return AbreTabla(nombre, 0);
+}
+
+Tabla Base::AbreTabla(const Objeto& objeto) const
+{
+    return TablaEn(fichero_, static_cast<quint32>(objeto.id), objeto.nombre);
+}
+
+Tabla Base::AbreTabla(const QString& nombre, int enlaces) const
+{
+    const Objeto* objeto = catalogo_->TablaDe(nombre);
+    if (objeto == nullptr)
+        throw ErrorMdb(Motivo::NoHallado, QStringLiteral("La tabla no existe"),
+                       {.fichero = Nombre(), .tabla = nombre});
+    return objeto->EsEnlace() ? AbreEnlace(*objeto, enlaces) : AbreTabla(*objeto);
+}
+
+Tabla Base::AbreEnlace(const Objeto& objeto, int enlaces) const
+{
+    const Lugar lugar{.fichero = Nombre(), .tabla = objeto.nombre};
+    // A connection text means ODBC or a file of another program ("Text;", "Excel 8.0;").
+    if (objeto.clase != clase_objeto::EnlaceFichero ||
+        (!objeto.conexion.isEmpty() && !objeto.conexion.startsWith(u';')))
+        throw ErrorMdb(Motivo::Enlace,
+                       QStringLiteral("La tabla está vinculada a datos que no son de Access"),
+                       lugar);
+    if (enlaces >= MasEnlaces)
+        throw ErrorMdb(Motivo::Enlace,
+                       QStringLiteral("La tabla está vinculada a través de demasiados ficheros"),
+                       lugar);
+    const QString ruta = RutaLocal(objeto.fichero);
+    if (!ExisteFichero(ruta))
+        throw ErrorMdb(Motivo::Enlace,
+                       QStringLiteral("La tabla está vinculada a un fichero que no está: ") +
+                           objeto.fichero,
+                       lugar);
+    return Base(ruta, apertura_).AbreTabla(objeto.nombreAjeno, enlaces + 1);
+}
+
+QString Base::SqlDeConsulta(const QString& nombre) const
+{
+    const Objeto* objeto = catalogo_->ConsultaDe(nombre);
+    if (objeto == nullptr)
+        throw ErrorMdb(Motivo::NoHallado, QStringLiteral("La consulta no existe: ") + nombre,
+                       {.fichero = Nombre()});
+    return SqlDe(LeeConsulta(AbreTabla(QStringLiteral("MSysQueries")), objeto->id));
+}
+
+} // namespace tolmo::data::access::mdb

@@ -1,0 +1,41 @@
+#pragma once
+#include "data/access/mdb/catalogo.h"
+#include "data/access/mdb/fichero.h"
+#include "data/access/mdb/tabla.h"
+#include <memory>
+#include <optional>
+
+namespace tolmo::data::access::mdb {
+
+/// An Access file that is open for reading.
+class Base {
+  public:
+    /// \throws ErrorMdb when the file can't be opened or its catalogue can't be read
+    explicit Base(const QString& ruta, const Apertura& apertura = {});
+
+    const QString& Nombre() const { return fichero_->Nombre(); }
+    Version version() const { return fichero_->formato().version; }
+    const Catalogo& catalogo() const { return *catalogo_; }
+    Paginas& paginas() const { return *fichero_; }
+
+    /// A table by name, any case. A linked one is opened in the file where it lives.
+    /// \throws ErrorMdb when there is none, or the other file isn't there
+    Tabla AbreTabla(const QString& nombre) const;
+
+    /// A table of this file.
+    Tabla AbreTabla(const Objeto& objeto) const;
+
+    /// The text of a saved query that selects rows; \throws ErrorMdb when there is none of that
+    /// name
+    QString SqlDeConsulta(const QString& nombre) const;
+
+  private:
+    Tabla AbreTabla(const QString& nombre, int enlaces) const;
+    Tabla AbreEnlace(const Objeto& objeto, int enlaces) const;
+
+    Apertura apertura_;
+    std::shared_ptr<FicheroPaginas> fichero_;
+    std::unique_ptr<Catalogo> catalogo_{};
+};
+
+} // namespace tolmo::data::access::mdb

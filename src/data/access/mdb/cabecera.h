@@ -1,0 +1,25 @@
+#pragma once
+#include "data/access/mdb/bytes.h"
+#include "data/access/mdb/formato.h"
+#include <QString>
+
+namespace tolmo::data::access::mdb {
+
+/// What the first page of a file tells.
+struct Cabecera {
+    Version version = Version::Jet4;
+    quint16 paginaDeCodigos = 0; ///< of the texts of Access 97
+    quint32 clave = 0;           ///< not 0: the pages are encoded
+    QString contrasena{};
+    quint16 idioma = 0; ///< default sort order
+    quint8 versionOrden = 0;
+    double creacion = 0; ///< days since 30/12/1899
+};
+
+/// Bytes that have to be at hand to read a header of any version.
+constexpr std::size_t TamCabecera = 0x98;
+
+/// \throws ErrorMdb when the bytes don't start an Access file, or one of an unknown version
+Cabecera LeeCabecera(Bytes pagina);
+
+} // namespace tolmo::data::access::mdb
