@@ -15,6 +15,7 @@ namespace {
 constexpr int PlazoMs = 20'000;
 /// A picture that can't be made smaller while it is read.
 constexpr qint64 MaximoDePuntos = 40'000'000;
+constexpr int MaximoDeMegas = 160;
 /// A JPEG that has to be held entire.
 constexpr qint64 MaximoDeJpeg = 200'000'000;
 /// Common ones have ten or so; each one costs a walk over the whole picture.
@@ -68,12 +69,18 @@ bool BmpEntero(QIODevice& fichero)
     return numero(10) + fila * alto <= fichero.size();
 }
 
-/// The lines of such a PNG come in seven passes.
-bool PngEntrelazado(QIODevice& fichero)
+/// Only those of full colour in eight bits, whose lines come once and in order.
+bool PngReducible(QIODevice& fichero)
 {
-    constexpr qsizetype Sitio = 28;
-    const QByteArray cabecera = fichero.read(Sitio + 1);
-    return cabecera.size() <= Sitio || cabecera[Sitio] != 0;
+    constexpr qsizetype SitioDeBits = 24;
+    constexpr char Paleta = 3;
+    const QByteArray cabecera = fichero.read(SitioDeBits + 5);
+    if (cabecera.size() < SitioDeBits + 5)
+        return false;
+    const char bits = cabecera[SitioDeBits];
+    const char color = cabecera[SitioDeBits + 1];
+    const char entrelazado = cabecera[SitioDeBits + 4];
+    return bits == 8 && color != 0 && color != Paleta && entrelazado == 0;
 }
 
 /// What a format allows before any of it is decoded.
@@ -89,7 +96,7 @@ Examen Examina(const QByteArray& formato, QIODevice& fichero)
     if (formato == "jpeg")
         examen = {.admisible = JpegAdmisible(fichero), .reducible = true};
     else if (formato == "png")
-        examen = {.admisible = true, .reducible = !PngEntrelazado(fichero)};
+        examen = {.admisible = true, .reducible = PngReducible(fichero)};
     else if (formato == "bmp")
         examen = {.admisible = BmpEntero(fichero)};
     else
@@ -133,6 +140,7 @@ QImage Derecha(QImage foto, QImageIOHandler::Transformations giro)
 
 QImage Decodifica(FicheroConPlazo& fichero, const Caja& caja)
 {
+    QImageReader::setAllocationLimit(MaximoDeMegas);
     QImageReader lector(&fichero);
     lector.setDecideFormatFromContent(true);
     const QByteArray formato = lector.format();
