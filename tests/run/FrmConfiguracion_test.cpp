@@ -112,11 +112,7 @@ class FrmConfiguracionTest : public testing::Test, public EmpresaDePrueba {
     }
     void TecleaCelda(int fila, int columna, const QString& texto)
     {
-        PulsaCelda(Rejilla(), fila, columna);
-        QTest::keyClick(&Rejilla(), Qt::Key_F2);
-        ASSERT_NE(Editor(Rejilla()), nullptr);
-        Editor(Rejilla())->selectAll();
-        QTest::keyClicks(Editor(Rejilla()), texto);
+        TecleaEnCelda(Rejilla(), fila, columna, texto);
     }
 
     EscritorioDePrueba escritorio{};

@@ -43,11 +43,7 @@ class DataGridTest : public testing::Test, public ArticulosDePrueba {
     /// Types into a cell, and leaves its editor open.
     void Teclea(int fila, int columna, const char* texto)
     {
-        PulsaCelda(*rejilla, fila, columna);
-        QTest::keyClick(rejilla, Qt::Key_F2);
-        ASSERT_NE(Editor(*rejilla), nullptr);
-        Editor(*rejilla)->selectAll();
-        QTest::keyClicks(Editor(*rejilla), QString::fromUtf8(texto));
+        TecleaEnCelda(*rejilla, fila, columna, QString::fromUtf8(texto));
     }
     void Intro()
     {

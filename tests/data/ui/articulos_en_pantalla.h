@@ -61,3 +61,16 @@ inline QLineEdit* Editor(const QTableView& grid)
             return caja;
     return nullptr;
 }
+
+/// Types a text over that of a cell, and leaves its editor open.
+inline void TecleaEnCelda(QTableView& grid, int fila, int columna, const QString& texto)
+{
+    PulsaCelda(grid, fila, columna);
+    QTest::keyClick(&grid, Qt::Key_F2);
+    ASSERT_NE(Editor(grid), nullptr);
+    Editor(grid)->selectAll();
+    QTest::keyClick(Editor(grid), Qt::Key_Delete);
+    // keyClicks knows no accents.
+    for (const QChar letra : texto)
+        QTest::sendKeyEvent(QTest::Click, Editor(grid), Qt::Key_unknown, letra, Qt::NoModifier);
+}
