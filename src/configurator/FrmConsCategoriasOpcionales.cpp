@@ -5,7 +5,8 @@
 #include "data/ui/controles.h"
 #include "data/ui/frontera.h"
 #include <QHBoxLayout>
-#include <QKeyEvent>
+#include <QShortcut>
+#include <QShowEvent>
 #include <QTabBar>
 #include <QVBoxLayout>
 
@@ -125,7 +126,7 @@ void FrmConsCategoriasOpcionales::DefineValores()
 {
     // clang-format off
     valores_->Rejilla().Define(Editable({
-        {.DataField = QStringLiteral("CODCATEGORIA"), .Caption = QStringLiteral("Atributo"), .ancho = 80},
+        {.DataField = QStringLiteral("CODCATEGORIA"), .oculta = true},
         {.DataField = QStringLiteral("CODOPCIONAL"), .Caption = QStringLiteral("Código"), .ancho = 80},
         {.DataField = QStringLiteral("DESCRIPCION"), .Caption = QStringLiteral("Descripción"), .ancho = 240},
         {.DataField = QStringLiteral("DescripcionComercial"), .Caption = QStringLiteral("Descripción Comercial"), .ancho = 240}}));
@@ -147,12 +148,16 @@ void FrmConsCategoriasOpcionales::DefineValores()
 
 void FrmConsCategoriasOpcionales::IntercalaEventos()
 {
-    SSTab1_->installEventFilter(this);
     SSTab1_->tabBar()->installEventFilter(this);
     connect(SSTab1_, &QTabWidget::currentChanged, this,
             &FrmConsCategoriasOpcionales::MuestraCategoria);
     connect(&categorias_->Rejilla(), &data::ui::DataGrid::FilaCambiada, this,
             [this] { data::ui::EnFrontera(programa_.avisos, [this] { LlenaValores(); }); });
+    // Within a grid the tab keys go from cell to cell.
+    for (const QKeyCombination tecla :
+         {Qt::CTRL | Qt::Key_Tab, Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab})
+        connect(new QShortcut(tecla, this), &QShortcut::activated, this,
+                &FrmConsCategoriasOpcionales::PasaALaOtraPestana);
     connect(CmdRetorna_, &QPushButton::clicked, this, &FrmConsCategoriasOpcionales::Retorna);
 }
 
@@ -251,18 +256,21 @@ bool FrmConsCategoriasOpcionales::TomaLoEscrito()
     return categorias_->TomaLoEscrito() && valores_->TomaLoEscrito();
 }
 
+/// What is refused keeps its tab in front, whichever way the tab was to be left.
 bool FrmConsCategoriasOpcionales::eventFilter(QObject* objeto, QEvent* evento)
 {
-    const QEvent::Type tipo = evento->type();
-    const auto esTabulador = [evento] {
-        const int tecla = static_cast<const QKeyEvent*>(evento)->key();
-        return tecla == Qt::Key_Tab || tecla == Qt::Key_Backtab;
-    };
-    const bool cambiaDePestana = objeto == SSTab1_
-                                     ? tipo == QEvent::KeyPress && esTabulador()
-                                     : tipo == QEvent::MouseButtonPress || tipo == QEvent::Wheel;
-    // A row that is refused keeps its tab in front.
+    const bool cambiaDePestana =
+        evento->type() == QEvent::MouseButtonPress || evento->type() == QEvent::Wheel;
     return (cambiaDePestana && !TomaLoEscrito()) || QDialog::eventFilter(objeto, evento);
+}
+
+void FrmConsCategoriasOpcionales::PasaALaOtraPestana()
+{
+    if (!TomaLoEscrito())
+        return;
+    const bool aValores = SSTab1_->currentIndex() == Atributos;
+    SSTab1_->setCurrentIndex(aValores ? Valores : Atributos);
+    (aValores ? valores_ : categorias_)->Rejilla().setFocus();
 }
 
 void FrmConsCategoriasOpcionales::Retorna()

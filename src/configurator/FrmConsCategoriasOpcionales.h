@@ -40,6 +40,7 @@ class FrmConsCategoriasOpcionales : public QDialog {
     bool CompruebaCategoria(int columna, QString& texto);
     bool CompruebaValor(int columna, const QString& texto);
     bool TomaLoEscrito();
+    void PasaALaOtraPestana();
     void Retorna();
 
     tolmo::data::Programa& programa_;
