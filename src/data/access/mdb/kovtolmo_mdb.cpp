@@ -1,4 +1,5 @@
 #include "data/access/mdb/base_mdb.h"
+#include "data/access/mdb/comprobacion.h"
 #include "data/access/mdb/exportacion.h"
 #include "data/errores.h"
 #include <QCoreApplication>
@@ -15,7 +16,8 @@ constexpr int MalUso = 2;
 
 // clang-format off
 constexpr auto Uso = u"Uso: kovtolmo-mdb tablas FICHERO\n"
-                     u"     kovtolmo-mdb exporta FICHERO TABLA\n";
+                     u"     kovtolmo-mdb exporta FICHERO TABLA\n"
+                     u"     kovtolmo-mdb comprueba FICHERO\n";
 // clang-format on
 
 QString ClaseDe(const mdb::Objeto& objeto)
@@ -43,6 +45,42 @@ int Exporta(const mdb::Base& base, const QString& tabla)
     return 0;
 }
 
+void EscribeFaltas(QTextStream& salida, const QStringList& faltas)
+{
+    for (const QString& falta : faltas)
+        salida << "    FALTA: " << falta << '\n';
+}
+
+QString EstadoDe(const mdb::EstadoIndice& indice)
+{
+    if (!indice.faltas.isEmpty())
+        return QStringLiteral("mal");
+    return indice.rehecho ? QStringLiteral("bien")
+                          : QStringLiteral("bien (claves sin comprobar: su orden no se conoce)");
+}
+
+int MuestraEstado(const mdb::Base& base)
+{
+    QTextStream salida(stdout);
+    const mdb::Informe informe = mdb::Comprueba(base);
+    salida << mdb::NombreDe(base.version()) << '\n';
+    for (const mdb::EstadoTabla& tabla : informe.tablas) {
+        salida << tabla.nombre << ": " << tabla.filas << " filas";
+        if (tabla.filas != tabla.filasDeclaradas)
+            salida << " (la definición dice " << tabla.filasDeclaradas << ')';
+        salida << '\n';
+        EscribeFaltas(salida, tabla.faltas);
+        for (const mdb::EstadoIndice& indice : tabla.indices) {
+            salida << "  " << indice.nombre << ": " << indice.entradas << " entradas, "
+                   << EstadoDe(indice) << '\n';
+            EscribeFaltas(salida, indice.faltas);
+        }
+    }
+    EscribeFaltas(salida, informe.faltas);
+    salida << (informe.Sano() ? "Todo está bien\n" : "La base de datos está dañada\n");
+    return informe.Sano() ? 0 : HayFaltas;
+}
+
 int Ejecuta(const QStringList& argumentos)
 {
     const QString orden = argumentos.value(0);
@@ -50,6 +88,8 @@ int Ejecuta(const QStringList& argumentos)
         return Tablas(mdb::Base(argumentos[1]));
     if (orden == u"exporta" && argumentos.size() == 3)
         return Exporta(mdb::Base(argumentos[1]), argumentos[2]);
+    if (orden == u"comprueba" && argumentos.size() == 2)
+        return MuestraEstado(mdb::Base(argumentos[1]));
     QTextStream(stderr) << QString::fromUtf16(Uso);
     return MalUso;
 }

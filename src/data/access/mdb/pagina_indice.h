@@ -1,0 +1,58 @@
+#pragma once
+#include "data/access/mdb/paginas.h"
+#include <span>
+#include <vector>
+
+namespace tolmo::data::access::mdb {
+
+/// An entry of an index, whole: the key, the row's place and, in nodes, the child page.
+class Entrada {
+  public:
+    Entrada() = default;
+    Entrada(std::vector<quint8> bytes, bool deNodo);
+
+    std::span<const quint8> Clave() const;
+    /// The key with the row's place: what entries are ordered by.
+    std::span<const quint8> ClaveYFila() const;
+    Puntero Fila() const;
+    quint32 Hijo() const;
+
+  private:
+    std::vector<quint8> bytes_{};
+    std::size_t finClave_ = 0;
+};
+
+/// True when `a` stands before `b`.
+bool Antes(std::span<const quint8> a, std::span<const quint8> b);
+bool Iguales(std::span<const quint8> a, std::span<const quint8> b);
+
+/// A leaf or a node of an index.
+class PaginaIndice {
+  public:
+    /// \throws ErrorMdb when the page isn't one
+    PaginaIndice(Pagina pagina, const Formato& formato);
+
+    quint32 Numero() const { return pagina_.numero; }
+    bool EsNodo() const { return esNodo_; }
+    quint32 Tabla() const; ///< page of the definition
+    quint32 Anterior() const;
+    quint32 Siguiente() const;
+    quint32 Cola() const; ///< of a node: the child behind the last entry
+    std::size_t Entradas() const { return fines_.size(); }
+    std::size_t Libres() const; ///< bytes, as the page says
+    std::size_t Usados() const; ///< bytes of entries, as they are stored
+    Entrada En(std::size_t indice) const;
+    /// The first entry that isn't before `bytes`; the number of entries when all are.
+    std::size_t Busca(std::span<const quint8> bytes) const;
+
+  private:
+    std::size_t Principio(std::size_t indice) const { return indice == 0 ? 0 : fines_[indice - 1]; }
+
+    Pagina pagina_;
+    const Formato* formato_;
+    bool esNodo_ = false;
+    std::size_t prefijo_ = 0;
+    std::vector<std::size_t> fines_{}; ///< of each entry, from the start of the entries
+};
+
+} // namespace tolmo::data::access::mdb
