@@ -1,6 +1,7 @@
 #include "configurator/editor_valores.h"
 #include "configurator/apoyo_local.h"
 #include "data/plantilla.h"
+#include "data/valor_columna.h"
 
 namespace tolmo::configurator {
 namespace {
@@ -24,19 +25,6 @@ const QStringList Incrementos = {QStringLiteral("INC_PVP"), QStringLiteral("INC_
                                  QStringLiteral("INC_PVP3"), QStringLiteral("INC_PVP4"),
                                  QStringLiteral("INC_PVP5")};
 
-data::Cambios FilaNueva(data::Programa& programa, const QString& CodArticulo,
-                        const QString& CodCategoria)
-{
-    data::Cambios fila = {{QStringLiteral("Codarticulo"), CodArticulo},
-                          {QStringLiteral("CodCategoria"), CodCategoria},
-                          {QStringLiteral("id"), SiguienteId(programa)},
-                          {QStringLiteral("secuencia"), 0}};
-    for (const QString& incremento : Incrementos)
-        fila.emplace_back(incremento, 0);
-    fila.emplace_back(QStringLiteral("PESO"), 0);
-    return fila;
-}
-
 } // namespace
 
 QString CondicionDeGrid(const QString& filtro)
@@ -58,6 +46,19 @@ double SiguienteId(data::Programa& programa)
     return data::ValorNumerico(ultimo["MID"]) + 1;
 }
 
+data::Cambios ValorNuevo(data::Programa& programa, const QString& CodArticulo,
+                         const QString& CodCategoria)
+{
+    data::Cambios fila = {{QStringLiteral("Codarticulo"), CodArticulo},
+                          {QStringLiteral("CodCategoria"), CodCategoria},
+                          {QStringLiteral("id"), SiguienteId(programa)},
+                          {QStringLiteral("secuencia"), 0}};
+    for (const QString& incremento : Incrementos)
+        fila.emplace_back(incremento, 0);
+    fila.emplace_back(QStringLiteral("PESO"), 0);
+    return fila;
+}
+
 std::optional<ValorTecleado> CompruebaValor(data::Programa& programa, const QString& CodArticulo,
                                             const QString& CodCategoria, const QString& texto,
                                             bool filaNueva)
@@ -71,14 +72,15 @@ std::optional<ValorTecleado> CompruebaValor(data::Programa& programa, const QStr
         return std::nullopt;
     }
     if (filaNueva)
-        tecleado.otras = FilaNueva(programa, CodArticulo, CodCategoria);
+        tecleado.otras = ValorNuevo(programa, CodArticulo, CodCategoria);
     return tecleado;
 }
 
 QString TextoDeColumna(const QString& columna, const QString& texto)
 {
-    return Incrementos.contains(columna, Qt::CaseInsensitive) ? Texto(data::ValorNumerico(texto))
-                                                              : texto;
+    return Incrementos.contains(columna, Qt::CaseInsensitive)
+               ? Texto(data::ValorNumerico(data::NumeroTecleado(texto)))
+               : texto;
 }
 
 data::Cambios IncrementosVacios(const std::function<data::Valor(const QString&)>& valor)

@@ -20,14 +20,19 @@ QString SqlLlenaGridVal(const QString& filtro, const QString& CodArticulo,
 /// \throws data::FinDePrograma
 double SiguienteId(data::Programa& programa);
 
+/// What a new row of the values begins with: its article, its category, the next number and zeros.
+/// \throws data::FinDePrograma
+data::Cambios ValorNuevo(data::Programa& programa, const QString& CodArticulo,
+                         const QString& CodCategoria);
+
 /// A value that was accepted.
 struct ValorTecleado {
     QString valor{};       ///< in capitals; empty becomes a Null
     data::Cambios otras{}; ///< what its row takes besides
 };
 
-/// Checks the text that was typed for a value of a category. A new row also gets its article, its
-/// category, the next number and zeros.
+/// Checks the text that was typed for a value of a category. A new row also gets what
+/// ValorNuevo gives.
 /// \returns nothing, after a message, for a value that the category doesn't have
 /// \throws data::FinDePrograma
 std::optional<ValorTecleado> CompruebaValor(data::Programa& programa, const QString& CodArticulo,

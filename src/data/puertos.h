@@ -57,6 +57,7 @@ class Reloj {
 class Escritorio {
   public:
     virtual ~Escritorio() = default;
+    /// A path as the databases hold it, or the URL of a page.
     virtual void AbreDocumento(const QString& ruta) = 0;
     virtual void CopiaAlPortapapeles(const QString& texto) = 0;
 };

@@ -56,7 +56,7 @@ Valor ValorDeColumna(const Campo& campo, const QString& rotulo, const QString& t
     if (texto.isEmpty())
         return Nulo();
     if (clase == ClaseColumna::Numero)
-        return Numero(campo, rotulo, texto);
+        return Numero(campo, rotulo, NumeroTecleado(texto));
     if (clase == ClaseColumna::Fecha) {
         const QDateTime fecha = LeeFecha(texto);
         if (!fecha.isValid())
@@ -68,6 +68,13 @@ Valor ValorDeColumna(const Campo& campo, const QString& rotulo, const QString& t
                         {"ancho", Texto(campo.ancho)},
                         {"largo", Texto(static_cast<int>(texto.size()))}}));
     return texto;
+}
+
+QString NumeroTecleado(const QString& texto)
+{
+    QString conPunto = texto;
+    conPunto.replace(u',', u'.');
+    return EsNumerico(conPunto) ? conPunto : texto;
 }
 
 } // namespace tolmo::data

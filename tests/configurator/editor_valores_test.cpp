@@ -81,6 +81,7 @@ TEST(TextoDeColumna, LosIncrementosDePrecioSonNumerosYElPesoQuedaComoSeTecleo)
         EXPECT_EQ(TextoDeColumna(columna, ""), "0") << columna;
         EXPECT_EQ(TextoDeColumna(columna, "tres"), "0") << columna;
         EXPECT_EQ(TextoDeColumna(columna, " 2.50 "), "2.5") << columna;
+        EXPECT_EQ(TextoDeColumna(columna, "2,50"), "2.5") << columna;
     }
     EXPECT_EQ(TextoDeColumna("PESO", "tres"), "tres");
     EXPECT_EQ(TextoDeColumna("PESO", ""), "");

@@ -38,6 +38,21 @@ TEST(ValorDeColumna, CadaTipoTieneSuValor)
     EXPECT_EQ(Lee(11, ""), Valor(false));
 }
 
+TEST(NumeroTecleado, LaComaDecimalValeComoElPunto)
+{
+    EXPECT_EQ(data::NumeroTecleado("2,75"), "2.75");
+    EXPECT_EQ(data::NumeroTecleado("-,5"), "-.5");
+    EXPECT_EQ(data::NumeroTecleado("2.75"), "2.75");
+    EXPECT_EQ(data::NumeroTecleado("1.234,5"), "1.234,5") << "no number either way";
+    EXPECT_EQ(data::NumeroTecleado("tres, o más"), "tres, o más");
+    EXPECT_EQ(data::NumeroTecleado(""), "");
+}
+
+TEST(ValorDeColumna, UnNumeroPuedeLlevarComaDecimal)
+{
+    EXPECT_EQ(Lee(5, "0,25").toDouble(), 0.25);
+}
+
 TEST(ValorDeColumna, SinTextoNoHayValor)
 {
     for (const int tipo : {202, 203, 3, 5, 6, 7, 135})
@@ -55,7 +70,7 @@ TEST(ValorDeColumna, UnTextoMasLargoQueLaColumnaSeRechaza)
 TEST(ValorDeColumna, LoQueNoEsDeSuClaseSeRechaza)
 {
     EXPECT_EQ(Rechazo(5, "abc"), "«Rótulo» tiene que ser un número.");
-    EXPECT_EQ(Rechazo(5, "1,5"), "«Rótulo» tiene que ser un número.");
+    EXPECT_EQ(Rechazo(5, "1.234,5"), "«Rótulo» tiene que ser un número.");
     EXPECT_EQ(Rechazo(3, "1.5"), "«Rótulo» tiene que ser un número entero.");
     EXPECT_EQ(Rechazo(135, "15"), "«Rótulo» tiene que ser una fecha (dd/mm/aaaa).");
     EXPECT_EQ(Rechazo(7, "31/02/2024"), "«Rótulo» tiene que ser una fecha (dd/mm/aaaa).");

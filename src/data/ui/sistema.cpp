@@ -31,7 +31,9 @@ int RelojSistema::Azar()
 
 void EscritorioSistema::AbreDocumento(const QString& ruta)
 {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(RutaLocal(ruta)));
+    const bool deLaRed = ruta.startsWith(QLatin1String("http://"), Qt::CaseInsensitive) ||
+                         ruta.startsWith(QLatin1String("https://"), Qt::CaseInsensitive);
+    QDesktopServices::openUrl(deLaRed ? QUrl(ruta) : QUrl::fromLocalFile(RutaLocal(ruta)));
 }
 
 void EscritorioSistema::CopiaAlPortapapeles(const QString& texto)
