@@ -1,4 +1,5 @@
 #include "data/ui/DataGrid.h"
+#include "data/partes_consulta.h"
 #include "data/ui/boton_celda.h"
 #include "data/ui/cabecera_filtro.h"
 #include "data/ui/controles.h"
@@ -29,6 +30,19 @@ QStringList TextosDeFiltro(const Grid& grid)
     for (const ColumnaGrid& columna : grid.columnas)
         textos << columna.FilterText;
     return textos;
+}
+
+/// The column whose order the rows of a query come in, or -1: a window's own statement may name
+/// none.
+int ColumnaDelOrden(const Grid& grid, const QString& sql)
+{
+    const QString orden = ParteConsulta(sql).orden.section(u' ', 0, 0);
+    const auto suya = std::ranges::find_if(grid.columnas, [&](const ColumnaGrid& columna) {
+        return columna.DataField.compare(orden, Qt::CaseInsensitive) == 0;
+    });
+    return orden.isEmpty() || suya == grid.columnas.end()
+               ? -1
+               : static_cast<int>(suya - grid.columnas.begin());
 }
 
 } // namespace
@@ -231,9 +245,7 @@ bool DataGrid::TomaFiltros()
 void DataGrid::TrasReabrir()
 {
     cabecera_->PonTextos(TextosDeFiltro(grid_));
-    const ColumnaGrid* orden = grid_.ColumnaDeOrden();
-    cabecera_->setSortIndicator(orden ? static_cast<int>(orden - grid_.columnas.data()) : -1,
-                                Qt::AscendingOrder);
+    cabecera_->setSortIndicator(ColumnaDelOrden(grid_, adodc_->RecordSource()), Qt::AscendingOrder);
     PonAnchos();
     SigueAlConjunto();
     if (adodc_->Fila() < 0)

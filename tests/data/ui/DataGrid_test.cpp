@@ -450,6 +450,19 @@ TEST_F(DataGridTest, LaCabeceraOrdenaYNoSelecciona)
     EXPECT_EQ(rejilla->horizontalHeader()->sortIndicatorSection(), Nombre);
 }
 
+TEST_F(DataGridTest, LaFlechaEstaEnLaColumnaDelOrdenSiLoHay)
+{
+    const QHeaderView* cabecera = rejilla->horizontalHeader();
+    EXPECT_EQ(cabecera->sortIndicatorSection(), Codigo);
+
+    rejilla->AbreGrid("SELECT * FROM ARTICULOS");
+    EXPECT_EQ(cabecera->sortIndicatorSection(), -1);
+    rejilla->AbreGrid("SELECT * FROM ARTICULOS ORDER BY nombre ASC");
+    EXPECT_EQ(cabecera->sortIndicatorSection(), Nombre);
+    rejilla->AbreGrid("SELECT * FROM ARTICULOS ORDER BY EMPRESA");
+    EXPECT_EQ(cabecera->sortIndicatorSection(), -1) << "a column not shown";
+}
+
 TEST_F(DataGridTest, OrdenarGuardaAntesLoEscrito)
 {
     Teclea(0, Nombre, "Zueco");
