@@ -38,6 +38,7 @@ FrmRecuperaImagen::FrmRecuperaImagen(data::Programa& programa, QWidget* llamante
     : QDialog(llamante), programa_(programa), ui_(std::make_unique<Ui::FrmRecuperaImagen>())
 {
     ui_->setupUi(this);
+    ui_->File1->installEventFilter(this);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     Conecta();
 }
@@ -48,7 +49,7 @@ void FrmRecuperaImagen::Conecta()
 {
     connect(ui_->Drive1, &QComboBox::activated, this, &FrmRecuperaImagen::CambiaDeUnidad);
     connect(ui_->Dir1, &QAbstractItemView::doubleClicked, this, &FrmRecuperaImagen::AbreElegida);
-    connect(ui_->File1, &QListWidget::currentTextChanged, this, &FrmRecuperaImagen::PonFichero);
+    connect(ui_->File1, &QListWidget::itemSelectionChanged, this, &FrmRecuperaImagen::PonFichero);
     connect(ui_->File1, &QAbstractItemView::doubleClicked, this, &FrmRecuperaImagen::Acepta);
     connect(ui_->CmdAceptar, &QPushButton::clicked, this, &FrmRecuperaImagen::Acepta);
     connect(ui_->CmdCancelar, &QPushButton::clicked, this, &QDialog::reject);
@@ -141,9 +142,10 @@ void FrmRecuperaImagen::PonCarpeta(const QString& carpeta)
     PonEleccion(EligeCarpetas() ? carpeta : QString());
 }
 
-void FrmRecuperaImagen::PonFichero(const QString& nombre)
+void FrmRecuperaImagen::PonFichero()
 {
-    PonEleccion(nombre.isEmpty() ? QString() : Dentro(carpeta_, nombre));
+    const auto elegidos = ui_->File1->selectedItems();
+    PonEleccion(elegidos.isEmpty() ? QString() : Dentro(carpeta_, elegidos.first()->text()));
 }
 
 void FrmRecuperaImagen::PonEleccion(const QString& ruta)
@@ -185,4 +187,19 @@ void FrmRecuperaImagen::keyPressEvent(QKeyEvent* evento)
         AbreElegida();
     else if (!eleccion_.isEmpty())
         Acepta();
+}
+
+/// The list stands on its first file as soon as it has the focus, without choosing it: the first
+/// arrow must not go past it.
+bool FrmRecuperaImagen::eventFilter(QObject* objeto, QEvent* evento)
+{
+    if (objeto == ui_->File1 && evento->type() == QEvent::KeyPress) {
+        const int tecla = static_cast<const QKeyEvent*>(evento)->key();
+        QListWidgetItem* actual = ui_->File1->currentItem();
+        if (tecla == Qt::Key_Down && actual && ui_->File1->selectedItems().isEmpty()) {
+            actual->setSelected(true);
+            return true;
+        }
+    }
+    return QDialog::eventFilter(objeto, evento);
 }

@@ -26,6 +26,7 @@ class FrmRecuperaImagen : public QDialog {
   protected:
     void showEvent(QShowEvent* evento) override;
     void keyPressEvent(QKeyEvent* evento) override;
+    bool eventFilter(QObject* objeto, QEvent* evento) override;
 
   private:
     void Conecta();
@@ -35,7 +36,7 @@ class FrmRecuperaImagen : public QDialog {
     void AbreElegida();
     void AbreCarpeta(const QString& carpeta);
     void PonCarpeta(const QString& carpeta);
-    void PonFichero(const QString& nombre);
+    void PonFichero();
     void PonEleccion(const QString& ruta);
     void Acepta();
 
