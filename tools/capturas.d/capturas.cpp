@@ -4,6 +4,7 @@
 //   kovtolmo-capturas CARPETA [--oscuro] [NOMBRE...]
 //
 // CARPETA gets NOMBRE.png for each name of the table Capturas, or for those that are asked for.
+#include "configurator/FrmConsCategoriasOpcionales.h"
 #include "data/access/access.h"
 #include "data/errores.h"
 #include "data/ui/FrmCadenaBooleanaAvanzada.h"
@@ -177,6 +178,23 @@ void RetrataCadenaBooleanaAvanzada(Casa& casa, const Camara& camara, const QStri
     camara.Retrata(ventana, nombre);
 }
 
+void RetrataConsCategoriasOpcionales(Casa& casa, const Camara& camara, const QString& nombre)
+{
+    data::ui::EscritorioSistema escritorio;
+    FrmConsCategoriasOpcionales ventana(casa.programa, escritorio);
+    camara.Retrata(ventana, nombre);
+}
+
+/// As it is opened to choose a value.
+void RetrataConsOpcionales(Casa& casa, const Camara& camara, const QString& nombre)
+{
+    data::ui::EscritorioSistema escritorio;
+    FrmConsCategoriasOpcionales ventana(casa.programa, escritorio);
+    ventana.PonModo(configurator::ModoNavegador::Valores, QStringLiteral("COL"));
+    ventana.PermiteRetorno(true);
+    camara.Retrata(ventana, nombre);
+}
+
 struct Captura {
     const char* nombre; ///< of the file
     void (*retrata)(Casa& casa, const Camara& camara, const QString& nombre);
@@ -195,6 +213,8 @@ constexpr Captura Capturas[] = {
     {"FrmConsUsuarios", RetrataConsUsuarios},
     {"FrmFichaUsuarios", RetrataFichaUsuarios},
     {"FrmCadenaBooleanaAvanzada", RetrataCadenaBooleanaAvanzada},
+    {"FrmConsCategoriasOpcionales", RetrataConsCategoriasOpcionales},
+    {"FrmConsCategoriasOpcionalesValores", RetrataConsOpcionales},
 };
 
 /// What was asked for on the command line.
