@@ -147,7 +147,12 @@ void FrmConsPSArtConfigurador::Conecta()
     copia_->copia = [this](const auto& seleccion) { Hace([&] { Copia(seleccion); }); };
 
     reposo_.setSingleShot(true);
-    connect(&reposo_, &QTimer::timeout, this, [this] { Hace([this] { Recuenta(); }); });
+    connect(&reposo_, &QTimer::timeout, this, [this] {
+        Hace([this] {
+            Recuenta();
+            MuestraValor(); // a row that was added is a value now
+        });
+    });
     for (PanelConsulta* panel : {categorias_, valores_}) {
         const data::ModeloGrid& modelo = panel->Rejilla().Modelo();
         const auto cambia = [this] { reposo_.start(0); };

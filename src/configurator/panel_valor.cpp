@@ -7,6 +7,7 @@
 #include "data/ui/controles.h"
 #include "data/ui/frontera.h"
 #include "ui_panel_valor.h"
+#include <utility>
 
 namespace tolmo::configurator {
 namespace {
@@ -57,11 +58,12 @@ void PanelValor::Muestra(const std::optional<ValorDeArticulo>& valor)
     if (valor)
         detalle = LeeDetalleValor(programa_, valor->CodArticulo, valor->CodCategoria, valor->valor);
     valor_ = detalle ? valor : std::nullopt;
-    guardada_ = detalle ? detalle->Foto : QString();
+    const QString anterior = std::exchange(guardada_, detalle ? detalle->Foto : QString());
     ui_->LblValor->setText(detalle ? detalle->descripcion : QString());
     ui_->txtCampo_1->setText(guardada_);
     setEnabled(valor_.has_value());
-    CargaFoto();
+    if (guardada_ != anterior)
+        CargaFoto();
 }
 
 void PanelValor::GuardaLoEscrito()
