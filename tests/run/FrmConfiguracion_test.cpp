@@ -1,3 +1,4 @@
+#include "apoyo/programa_en_error.h"
 #include "company/carga_param.h"
 #include "data/ui/articulos_en_pantalla.h"
 #include "dialogo.h"
@@ -659,28 +660,11 @@ TEST_F(FrmConfiguracionTest, EnPantallaPequenaCabeEntera)
 
 // A statement that fails ends the process.
 
-struct AvisosEnError : data::Avisos {
-    data::Respuesta Muestra(const QString& texto, int estilo, const QString&) override
-    {
-        std::fprintf(stderr, "caja %d: %s\n", estilo, qPrintable(texto));
-        return data::Respuesta::Aceptar;
-    }
-};
-
 void AceptaConComilla(const QString& ruta)
 {
-    AvisosEnError avisos;
-    RelojDePrueba reloj;
-    data::Programa programa(
-        avisos, reloj,
-        [&](const QString&, const QString&, const QString&) {
-            return data::AbreBaseEmbebida(ruta);
-        },
-        "/actual");
-    programa.DialectoActivo = data::Dialecto::Access;
-    programa.ConexionLocal.Conecta("base");
+    ProgramaEnError proceso(ruta);
     EscritorioDePrueba escritorio;
-    FrmConfiguracion editor(programa, escritorio);
+    FrmConfiguracion editor(proceso.programa, escritorio);
     editor.Prepara("1", "000001", "Norte");
     editor.show();
     editor.findChild<QLineEdit*>("txtCampo_4")->setText("OTRAS & ',' & MAS");

@@ -1,3 +1,4 @@
+#include "apoyo/programa_en_error.h"
 #include "data/ui/articulos_en_pantalla.h"
 #include "run/dialogo.h"
 #include "users/FrmFichaUsuarios.h"
@@ -502,27 +503,10 @@ TEST_F(FrmFichaUsuariosTest, CerrarConUnCodigoAMediasNoLeeNada)
 
 // A statement that fails ends the process.
 
-struct AvisosEnError : data::Avisos {
-    data::Respuesta Muestra(const QString& texto, int estilo, const QString&) override
-    {
-        std::fprintf(stderr, "caja %d: %s\n", estilo, qPrintable(texto));
-        return data::Respuesta::Aceptar;
-    }
-};
-
 void GuardaConComilla(const QString& ruta)
 {
-    AvisosEnError avisos;
-    RelojDePrueba reloj;
-    data::Programa programa(
-        avisos, reloj,
-        [&](const QString&, const QString&, const QString&) {
-            return data::AbreBaseEmbebida(ruta);
-        },
-        "/actual");
-    programa.DialectoActivo = data::Dialecto::Access;
-    programa.ConexionLocal.Conecta("base");
-    FrmFichaUsuarios ficha(programa);
+    ProgramaEnError proceso(ruta);
+    FrmFichaUsuarios ficha(proceso.programa);
     ficha.Prepara("1", "00001");
     ficha.show();
     ficha.findChild<QLineEdit*>("txtCampo_28")->setText("D'Arc");

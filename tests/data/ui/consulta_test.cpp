@@ -1,3 +1,4 @@
+#include "apoyo/programa_en_error.h"
 #include "articulos_en_pantalla.h"
 #include "data/ui/control_activo.h"
 #include "data/ui/ventana_consulta.h"
@@ -564,14 +565,6 @@ TEST_F(ConsultaTest, QuitarFiltrosNoMiraLoQueAunSeEscribe)
     EXPECT_EQ(EnPantalla(), "A1 A2 B1 B2");
 }
 
-struct AvisosEnError : data::Avisos {
-    data::Respuesta Muestra(const QString& texto, int estilo, const QString&) override
-    {
-        std::fprintf(stderr, "caja %d: %s\n", estilo, qPrintable(texto));
-        return data::Respuesta::Aceptar;
-    }
-};
-
 void TeclaDe(QWidget& ventana, Qt::Key tecla, Qt::KeyboardModifiers con = Qt::NoModifier)
 {
     QWidget* lista = QApplication::activePopupWidget();
@@ -602,18 +595,9 @@ void CompondComilla(QWidget& constructor)
 
 void FiltraPorUnaComilla(const ArticulosDePrueba& prueba)
 {
-    AvisosEnError avisos;
-    RelojDePrueba reloj;
+    ProgramaEnError proceso(prueba.Ruta());
     EscritorioDePrueba escritorio;
-    data::Programa programa(
-        avisos, reloj,
-        [&](const QString&, const QString&, const QString&) {
-            return data::AbreBaseEmbebida(prueba.Ruta());
-        },
-        "/actual");
-    programa.DialectoActivo = data::Dialecto::Access;
-    programa.ConexionLocal.Conecta("base");
-    ConsultaDeArticulos ventana(programa, prueba.grid, escritorio);
+    ConsultaDeArticulos ventana(proceso.programa, prueba.grid, escritorio);
     Muestra(ventana);
     EnElDialogo([](QWidget& constructor) { CompondComilla(constructor); });
     QTest::keyClick(ventana.focusWidget(), Qt::Key_F, Qt::ControlModifier);
