@@ -242,6 +242,7 @@ void FrmPrincipal::MuestraSincronizar(const QString& tag)
 {
     FrmSincronizar ventana(programa_.avisos, fabricas_.motor, isVisible() ? this : nullptr,
                            tag.isEmpty() ? FrmSincronizar::Eco{} : eco_);
+    ventana.PonSelectorDeArticulos(fabricas_.articulos);
     ventana.Muestra(tag);
 }
 

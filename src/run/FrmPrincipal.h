@@ -26,6 +26,7 @@ class FrmPrincipal : public QMainWindow, private tolmo::run::VentanasDeArranque 
         tolmo::feed::FabricaGenerador generador{};
         FabricaConfiguracion configuracion{};
         FabricaVentana usuarios{};  ///< FrmConsUsuarios
+        FabricaVentana articulos{}; ///< FrmRecuperaArtic, for the windows that ask for an article
         FabricaVentana atributos{}; ///< FrmConsPSArtConfigurador; empty as long as there is none
     };
 

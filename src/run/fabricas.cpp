@@ -1,4 +1,5 @@
 #include "run/fabricas.h"
+#include "configurator/FrmRecuperaArtic.h"
 #include "feed/solostocks.h"
 #include "run/FrmConfiguracion.h"
 #include "sync/sincronizador.h"
@@ -23,6 +24,9 @@ FrmPrincipal::Fabricas FabricasDelPrograma(data::Programa& programa, data::Escri
     };
     fabricas.usuarios = [&programa, &escritorio](QWidget* padre) {
         return std::make_unique<FrmConsUsuarios>(programa, escritorio, padre);
+    };
+    fabricas.articulos = [&programa, &escritorio](QWidget* padre) {
+        return std::make_unique<FrmRecuperaArtic>(programa, escritorio, padre);
     };
     return fabricas;
 }

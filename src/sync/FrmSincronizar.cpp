@@ -146,12 +146,11 @@ void FrmSincronizar::keyPressEvent(QKeyEvent* evento)
         VentanaTrabajo::keyPressEvent(evento);
 }
 
-void FrmSincronizar::EnProximaVersion(const QString& que)
+/// The picker writes into the box that was clicked, as that one has the focus.
+void FrmSincronizar::EligeArticulo()
 {
-    if (motor_->EnMarcha())
-        return;
-    AvisosDeVentana().Muestra(que + QStringLiteral(" todavía no está disponible en esta versión."),
-                              data::estilo::Informacion);
+    if (selector_ && !motor_->EnMarcha())
+        EnFrontera(AvisosDeVentana(), [this] { selector_(this)->exec(); });
 }
 
 bool FrmSincronizar::eventFilter(QObject* objeto, QEvent* evento)
@@ -163,7 +162,7 @@ bool FrmSincronizar::eventFilter(QObject* objeto, QEvent* evento)
     }
     const bool enElRango = objeto == ui_->TxtArtDesde || objeto == ui_->TxtArtHasta;
     if (enElRango && evento->type() == QEvent::MouseButtonDblClick) {
-        EnProximaVersion(QStringLiteral("El selector de artículos"));
+        EligeArticulo();
         return true;
     }
     return VentanaTrabajo::eventFilter(objeto, evento);

@@ -17,12 +17,17 @@ class FrmSincronizar : public tolmo::data::ui::VentanaTrabajo {
   public:
     /// A copy of each status line for whoever follows the run elsewhere.
     using Eco = std::function<void(const QString&)>;
+    /// Makes a window over `padre` that writes the code of an article into its active control.
+    using FabricaSelector = std::function<std::unique_ptr<QDialog>(QWidget* padre)>;
 
     /// The load of the window: the engine is made here.
     /// \throws data::ErrorSql when the shop can't be reached
     FrmSincronizar(tolmo::data::Avisos& avisos, const tolmo::sync::FabricaMotor& fabrica,
                    QWidget* padre = nullptr, Eco eco = {});
     ~FrmSincronizar() override;
+
+    /// What a double click on the boxes of the range opens; nothing as long as there is none.
+    void PonSelectorDeArticulos(FabricaSelector fabrica) { selector_ = std::move(fabrica); }
 
   protected:
     void Activa(const QString& tag) override;
@@ -34,7 +39,7 @@ class FrmSincronizar : public tolmo::data::ui::VentanaTrabajo {
     void Lanza(const tolmo::sync::Opciones& opciones);
     void LanzaYCierra(const tolmo::sync::Opciones& opciones);
     void BorraImagenesObsoletas();
-    void EnProximaVersion(const QString& que);
+    void EligeArticulo();
     bool eventFilter(QObject* objeto, QEvent* evento) override;
 
     tolmo::sync::Opciones OpcionesTodo() const;
@@ -49,6 +54,7 @@ class FrmSincronizar : public tolmo::data::ui::VentanaTrabajo {
     void HabilitaPestanas(bool habilitadas) override;
 
     Eco eco_;
+    FabricaSelector selector_{};
     std::unique_ptr<Ui::FrmSincronizar> ui_;
     std::unique_ptr<tolmo::sync::Motor> motor_;
     bool purgando_ = false;

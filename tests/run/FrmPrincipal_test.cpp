@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -56,6 +57,7 @@ class FrmPrincipalTest : public testing::Test {
                 .generador = generaciones.Fabrica(),
                 .configuracion = configuracion,
                 .usuarios = usuarios,
+                .articulos = articulos,
                 .atributos = atributos};
     }
     /// The company's configuration of the feed, which makes its button show.
@@ -129,6 +131,7 @@ class FrmPrincipalTest : public testing::Test {
     FrmPrincipal::FabricaConfiguracion configuracion{};
     FrmPrincipal::FabricaVentana atributos{};
     FrmPrincipal::FabricaVentana usuarios{};
+    FrmPrincipal::FabricaVentana articulos{};
     AvisosDePrueba avisos;
     RelojDePrueba reloj;
     EscritorioDePrueba escritorio;
@@ -556,6 +559,27 @@ TEST_F(FrmPrincipalTest, ElBotonMuestraLaSincronizacionSinTag)
     EXPECT_TRUE(corridas.opciones.empty());
     EXPECT_EQ(corridas.vivos, 0);
     EXPECT_TRUE(ventana->isVisible());
+}
+
+TEST_F(FrmPrincipalTest, LaSincronizacionEligeSusArticulosEnElSelector)
+{
+    QWidget* abiertoSobre = nullptr;
+    articulos = [&abiertoSobre](QWidget* padre) {
+        abiertoSobre = padre;
+        auto selector = std::make_unique<QDialog>(padre);
+        QTimer::singleShot(0, selector.get(), &QDialog::reject);
+        return selector;
+    };
+    Abre();
+    EnElDialogo([&abiertoSobre](QWidget& d) {
+        QTest::mouseDClick(d.findChild<QLineEdit*>("TxtArtDesde"), Qt::LeftButton);
+        EXPECT_EQ(abiertoSobre, &d);
+        d.close();
+    });
+
+    Pulsa("CmdSincronizar");
+
+    EXPECT_NE(abiertoSobre, nullptr);
 }
 
 TEST_F(FrmPrincipalTest, ConLineaDeOrdenesElBotonCierraLaVentanaALaVuelta)

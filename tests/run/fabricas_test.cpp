@@ -66,4 +66,22 @@ TEST_F(Fabricas, LosUsuariosWebSonLosDeLaEmpresa)
     EXPECT_TRUE(avisos.cajas.empty());
 }
 
+TEST_F(Fabricas, LosArticulosSonLosDeLaEmpresa)
+{
+    Ejecuta(
+        {"CREATE TABLE M_ARTIC (CODARTICULO nvarchar(20), DESCRIPCION nvarchar(60), TIPOARTIC nvarchar(2))",
+         "INSERT INTO M_ARTIC VALUES ('A1','Olla',NULL)",
+         "INSERT INTO M_ARTIC VALUES ('A2','Olla vieja','OB')"});
+    programa.parametros.PS_TABLAARTIC = "M_ARTIC";
+    const auto selector = run::FabricasDelPrograma(programa, escritorio).articulos(&ventana);
+    EXPECT_EQ(selector->objectName(), "FrmRecuperaArtic");
+
+    selector->show();
+    Reposa();
+
+    auto& grid = Hijo<data::ui::DataGrid>(*selector, "DataGrid1");
+    ASSERT_EQ(grid.model()->rowCount(), 1);
+    EXPECT_EQ(Celda(grid, 0, 0), "A1");
+}
+
 } // namespace

@@ -1,5 +1,7 @@
 #include "apoyo/dobles.h"
 #include "data/errores.h"
+#include "data/ui/control_activo.h"
+#include "data/ui/controles.h"
 #include "sync/FrmSincronizar.h"
 #include "sync/lista_estado.h"
 #include "sync/motor_de_prueba.h"
@@ -711,18 +713,58 @@ TEST_F(FrmSincronizarTest, LasLineasTienenEcoParaQuienSigueElProcesoDesdeFuera)
     EXPECT_EQ(eco, (QStringList{"una", "dos"}));
 }
 
-// What comes later.
+// The picker of articles.
 
-TEST_F(FrmSincronizarTest, ElDobleClicEnElRangoAvisaDeQueElSelectorNoEsta)
+TEST_F(FrmSincronizarTest, ElDobleClicEnElRangoAbreElSelectorYTomaElCodigo)
 {
+    QStringList codigos{"A2", "B7"};
+    ventana.PonSelectorDeArticulos([&codigos](QWidget* padre) {
+        auto selector = std::make_unique<QDialog>(padre);
+        QTimer::singleShot(0, selector.get(), [&codigos, s = selector.get()] {
+            data::ui::PonValorControl(data::ui::ControlDelLlamante(*s), codigos.takeFirst());
+            s->accept();
+        });
+        return selector;
+    });
     ventana.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&ventana));
 
     QTest::mouseDClick(C<QLineEdit>("TxtArtDesde"), Qt::LeftButton);
     QTest::mouseDClick(C<QLineEdit>("TxtArtHasta"), Qt::LeftButton);
 
-    const AvisosDePrueba::Caja caja{
-        "El selector de artículos todavía no está disponible en esta versión.", 64, ""};
-    EXPECT_EQ(avisos.cajas, (std::vector{caja, caja}));
+    EXPECT_EQ(C<QLineEdit>("TxtArtDesde")->text(), "A2");
+    EXPECT_EQ(C<QLineEdit>("TxtArtHasta")->text(), "B7");
+    EXPECT_TRUE(avisos.cajas.empty());
+    EXPECT_TRUE(ventana.isVisible());
+}
+
+TEST_F(FrmSincronizarTest, SinSelectorElDobleClicNoAbreNada)
+{
+    ventana.show();
+
+    QTest::mouseDClick(C<QLineEdit>("TxtArtDesde"), Qt::LeftButton);
+
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_TRUE(avisos.cajas.empty());
+}
+
+TEST_F(FrmSincronizarTest, EnPlenaCorridaNoSeAbreElSelector)
+{
+    int abiertos = 0;
+    ventana.PonSelectorDeArticulos([&abiertos](QWidget* padre) {
+        ++abiertos;
+        return std::make_unique<QDialog>(padre);
+    });
+    corridas.enMedio = [this](data::Progreso&) {
+        C<QTabWidget>("SSTab1")->setEnabled(true);
+        QTest::mouseDClick(C<QLineEdit>("TxtArtDesde"), Qt::LeftButton);
+    };
+    ventana.show();
+
+    Pulsa("CmdStock");
+
+    EXPECT_EQ(abiertos, 0);
+    EXPECT_EQ(Corridas().size(), 1);
 }
 
 // The purge of pictures.
