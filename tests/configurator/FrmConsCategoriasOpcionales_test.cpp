@@ -120,14 +120,6 @@ class FrmConsCategoriasOpcionalesTest : public testing::Test, public Configurado
         }
         return filas.join(' ');
     }
-    static QStringList Cabeceras(const data::ui::DataGrid& grid)
-    {
-        QStringList rotulos;
-        for (int i = 0; i < grid.model()->columnCount(); ++i)
-            if (!grid.isColumnHidden(i))
-                rotulos << grid.model()->headerData(i, Qt::Horizontal).toString();
-        return rotulos;
-    }
     QString Categorias() { return Tabla("SELECT * FROM M_OPCIONALES_CAT ORDER BY CODCATEGORIA"); }
     QString Opciones() { return Tabla("SELECT * FROM M_OPCIONALES ORDER BY CODOPCIONAL"); }
     QString Configurados()

@@ -54,13 +54,6 @@ class FrmRecuperaArticTest : public testing::Test, public ProgramaConBase {
             codigos << Celda(Rejilla(), i, 0);
         return codigos.join(' ');
     }
-    QStringList Cabeceras()
-    {
-        QStringList cabeceras;
-        for (int i = 0; i < Rejilla().model()->columnCount(); ++i)
-            cabeceras << Rejilla().model()->headerData(i, Qt::Horizontal).toString();
-        return cabeceras;
-    }
 
     EscritorioDePrueba escritorio{};
     QDialog llamante{};
@@ -73,7 +66,7 @@ TEST_F(FrmRecuperaArticTest, TieneSusControlesYSusColumnas)
     Abre();
 
     EXPECT_EQ(ventana.windowTitle(), "Seleccionar Artículo");
-    EXPECT_EQ(Cabeceras(), QStringList({"Código", "Descripción"}));
+    EXPECT_EQ(Cabeceras(Rejilla()), QStringList({"Código", "Descripción"}));
     for (const char* control : {"DataGrid1", "Text1", "Label1", "Toolbar1", "CmdRetorna"})
         EXPECT_TRUE(Hijo<QWidget>(ventana, control).isVisible()) << control;
     EXPECT_TRUE(Hijo<QLineEdit>(ventana, "TxtFiltro").isHidden());
@@ -266,7 +259,7 @@ TEST_F(FrmRecuperaArticTest, ConElCodigoAlternativoSeVeYSeDevuelveEse)
     ventana.PonDevuelveCodAlternativo(true);
     Abre();
 
-    EXPECT_EQ(Cabeceras(), QStringList({"Cod. Alternativo", "Descripción"}));
+    EXPECT_EQ(Cabeceras(Rejilla()), QStringList({"Cod. Alternativo", "Descripción"}));
     EXPECT_EQ(
         sentencias,
         QStringList(

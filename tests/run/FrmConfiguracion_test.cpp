@@ -160,13 +160,11 @@ TEST_F(FrmConfiguracionTest, TieneSusPestanasYDemasControles)
     EXPECT_EQ(ventana.findChildren<QPushButton*>().size(), 1) << "there is no cancel button";
     EXPECT_EQ(Rejilla().toolTip(),
               "Indicar nombre de campo o formula sql para recuperar valor en cada idioma");
-    QStringList columnas;
-    for (int i = 0; i < Rejilla().model()->columnCount(); ++i)
-        columnas << Rejilla().model()->headerData(i, Qt::Horizontal).toString();
-    EXPECT_EQ(columnas, QStringList({"IDIOMA", "CAMPODESCRIPCION", "CAMPODESCORTA", "CAMPONOTAS",
-                                     "CAMPOFAMDESCRIPCION", "CAMPOFAMNOTAS", "KEYWORDS",
-                                     "KEYWORDS_FAM", "METATITULO_ART", "METADESCRIPCION_ART",
-                                     "METATITULO_FAM", "METADESCRIPCION_FAM"}));
+    EXPECT_EQ(Cabeceras(Rejilla()),
+              QStringList({"IDIOMA", "CAMPODESCRIPCION", "CAMPODESCORTA", "CAMPONOTAS",
+                           "CAMPOFAMDESCRIPCION", "CAMPOFAMNOTAS", "KEYWORDS", "KEYWORDS_FAM",
+                           "METATITULO_ART", "METADESCRIPCION_ART", "METATITULO_FAM",
+                           "METADESCRIPCION_FAM"}));
 }
 
 TEST_F(FrmConfiguracionTest, ElTabuladorVaDeArribaAbajoPorLaPestanaAbierta)

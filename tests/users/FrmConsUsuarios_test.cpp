@@ -50,10 +50,7 @@ TEST_F(FrmConsUsuariosTest, TieneSusColumnasYSuBarra)
     Abre();
 
     EXPECT_EQ(ventana.windowTitle(), "Consulta de usuarios");
-    QStringList columnas;
-    for (int i = 0; i < Rejilla().model()->columnCount(); ++i)
-        columnas << Rejilla().model()->headerData(i, Qt::Horizontal).toString();
-    EXPECT_EQ(columnas, QStringList({"Codigo", "Nombre", "Empresa", "Email"}));
+    EXPECT_EQ(Cabeceras(Rejilla()), QStringList({"Codigo", "Nombre", "Empresa", "Email"}));
     EXPECT_EQ(sentencias,
               QStringList("Select CODIGO,NOMBRE,EMPRESA,EMAIL from USUARIOS order by CODIGO"));
     EXPECT_EQ(EnPantalla(), "00001 00003 00007");

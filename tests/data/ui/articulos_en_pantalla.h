@@ -53,6 +53,16 @@ inline QString Celda(const QTableView& grid, int fila, int columna)
     return grid.model()->index(fila, columna).data().toString();
 }
 
+/// The heads of the columns that are shown.
+inline QStringList Cabeceras(const QTableView& grid)
+{
+    QStringList rotulos;
+    for (int i = 0; i < grid.model()->columnCount(); ++i)
+        if (!grid.isColumnHidden(i))
+            rotulos << grid.model()->headerData(i, Qt::Horizontal).toString();
+    return rotulos;
+}
+
 /// The editor of a cell, open on the screen; nullptr when there is none.
 inline QLineEdit* Editor(const QTableView& grid)
 {
