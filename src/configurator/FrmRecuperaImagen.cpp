@@ -6,6 +6,7 @@
 #include "ui_FrmRecuperaImagen.h"
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QStyle>
 
 using namespace tolmo;
 using namespace tolmo::configurator;
@@ -131,8 +132,11 @@ void FrmRecuperaImagen::PonCarpeta(const QString& carpeta)
     ui_->Drive1->setCurrentIndex(ui_->Drive1->findData(raiz));
     ui_->Dir1->clear();
     if (carpeta != raiz)
-        ui_->Dir1->addItem(CarpetaDeArriba);
-    ui_->Dir1->addItems(Subcarpetas(carpeta));
+        ui_->Dir1->addItem(new QListWidgetItem(style()->standardIcon(QStyle::SP_FileDialogToParent),
+                                               CarpetaDeArriba));
+    const QIcon icono = style()->standardIcon(QStyle::SP_DirIcon);
+    for (const QString& nombre : Subcarpetas(carpeta))
+        ui_->Dir1->addItem(new QListWidgetItem(icono, nombre));
     // Up from a folder, that one is where one was.
     const auto deDonde = ui_->Dir1->findItems(data::NombreFichero(anterior), Qt::MatchExactly);
     ui_->Dir1->setCurrentRow(deDonde.isEmpty() ? 0 : ui_->Dir1->row(deDonde.first()));

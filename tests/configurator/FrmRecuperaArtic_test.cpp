@@ -217,7 +217,7 @@ TEST_F(FrmRecuperaArticTest, SinArticulosNadaFallaYNadaSeDevuelve)
     EXPECT_FALSE(ventana.isVisible());
 }
 
-TEST_F(FrmRecuperaArticTest, SoloArticulosObsoletosEsComoNinguno)
+TEST_F(FrmRecuperaArticTest, SoloArticulosDeTipoOBEsComoNinguno)
 {
     Ejecuta({"DELETE FROM M_ARTIC WHERE CODARTICULO<>'A3'"});
     Abre();

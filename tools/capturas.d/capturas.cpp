@@ -5,6 +5,7 @@
 //
 // CARPETA gets NOMBRE.png for each name of the table Capturas, or for those that are asked for.
 #include "configurator/FrmConsCategoriasOpcionales.h"
+#include "configurator/FrmRecuperaImagen.h"
 #include "data/access/access.h"
 #include "data/errores.h"
 #include "data/ui/FrmCadenaBooleanaAvanzada.h"
@@ -20,6 +21,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPalette>
 #include <QStyleFactory>
 #include <QTabWidget>
@@ -195,6 +197,25 @@ void RetrataConsOpcionales(Casa& casa, const Camara& camara, const QString& nomb
     camara.Retrata(ventana, nombre);
 }
 
+void RetrataRecuperaArtic(Casa& casa, const Camara& camara, const QString& nombre)
+{
+    camara.Retrata(*casa.fabricas.articulos(nullptr), nombre);
+}
+
+/// Over a window that asks for a picture, with one of the company's chosen.
+void RetrataRecuperaImagen(Casa& casa, const Camara& camara, const QString& nombre)
+{
+    QDialog llamante;
+    llamante.setProperty("UltimaCarpeta", QStringLiteral("C:\\KOV\\FOTOS"));
+    QLineEdit filtro(QStringLiteral("Imagenes (*.jpg,*.bmp,*.tif)|*.jpg;*.bmp;*.tif"), &llamante);
+    filtro.setObjectName(QStringLiteral("txtretorna"));
+    FrmRecuperaImagen ventana(casa.programa, &llamante);
+    ventana.show();
+    constexpr int Foto = 6;
+    ventana.findChild<QListWidget*>(QStringLiteral("File1"))->setCurrentRow(Foto);
+    camara.Retrata(ventana, nombre);
+}
+
 struct Captura {
     const char* nombre; ///< of the file
     void (*retrata)(Casa& casa, const Camara& camara, const QString& nombre);
@@ -215,6 +236,8 @@ constexpr Captura Capturas[] = {
     {"FrmCadenaBooleanaAvanzada", RetrataCadenaBooleanaAvanzada},
     {"FrmConsCategoriasOpcionales", RetrataConsCategoriasOpcionales},
     {"FrmConsCategoriasOpcionalesValores", RetrataConsOpcionales},
+    {"FrmRecuperaArtic", RetrataRecuperaArtic},
+    {"FrmRecuperaImagen", RetrataRecuperaImagen},
 };
 
 /// What was asked for on the command line.
