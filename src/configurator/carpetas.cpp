@@ -75,14 +75,11 @@ QString DesdeSuRaiz(const QString& carpetaLocal)
     QString mejor;
     QString desdeLaMejor = ComoRaiz(carpeta);
     for (const data::Unidad& unidad : data::UnidadesMapeadas()) {
-        const QString suya = ConBarrasInversas(unidad.carpeta);
-        if (suya.size() <= mejor.size() || !carpeta.startsWith(suya))
-            continue;
-        const QString resto = carpeta.mid(suya.size());
-        if (!resto.isEmpty() && !resto.startsWith(u'\\'))
+        const QString suya = Dentro(ConBarrasInversas(unidad.carpeta), {});
+        if (suya.size() <= mejor.size() || !Dentro(carpeta, {}).startsWith(suya))
             continue;
         mejor = suya;
-        desdeLaMejor = Dentro(ComoRaiz(unidad.raiz), resto.mid(1));
+        desdeLaMejor = Dentro(ComoRaiz(unidad.raiz), carpeta.mid(suya.size()));
     }
     return desdeLaMejor;
 }

@@ -458,6 +458,16 @@ TEST_F(FrmRecuperaImagenTest, LaCarpetaDelProgramaSeVePorSuUnidad)
     programa.carpetaActual = carpeta.Ruta("c/fotos");
     Abre();
     EXPECT_EQ(Ruta(), "C:\\fotos");
+    EXPECT_EQ(configurator::DesdeSuRaiz(carpeta.Ruta("c")), "C:\\");
+    EXPECT_EQ(configurator::DesdeSuRaiz(carpeta.Ruta("srv/a/b")), "\\\\srv\\fotos\\a\\b");
+    EXPECT_EQ(configurator::DesdeSuRaiz("/otra/c"), "\\otra\\c") << "below no drive";
+    EXPECT_EQ(configurator::DesdeSuRaiz(carpeta.Ruta("cuatro")),
+              carpeta.Ruta("cuatro").replace('/', '\\'))
+        << "the name of another folder begins so";
+    EXPECT_EQ(configurator::DesdeSuRaiz("D:"), "D:\\");
+    qputenv("KOV_UNIDADES", "Z:=/");
+    EXPECT_EQ(configurator::DesdeSuRaiz("/otra/c"), "Z:\\otra\\c");
+    EXPECT_EQ(configurator::DesdeSuRaiz("/"), "Z:\\");
 }
 
 TEST_F(FrmRecuperaImagenTest, ElMismoLlamanteVuelveALaUltimaCarpeta)
