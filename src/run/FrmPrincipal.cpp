@@ -154,10 +154,7 @@ void FrmPrincipal::GeneraSolostocks()
 
 void FrmPrincipal::ConfiguraAtributos()
 {
-    if (fabricas_.atributos)
-        MuestraModal(fabricas_.atributos);
-    else
-        EnProximaVersion(ui_->CmdAtributosValores->text());
+    MuestraModal(fabricas_.atributos);
 }
 
 void FrmPrincipal::MuestraUsuarios()
@@ -194,15 +191,6 @@ void FrmPrincipal::AbreRegistro()
 void FrmPrincipal::MuestraInformacion()
 {
     programa_.avisos.Muestra(InformacionProgramacion, data::estilo::Informacion);
-}
-
-void FrmPrincipal::EnProximaVersion(const QString& que)
-{
-    QString nombre = que;
-    nombre.remove(u'&');
-    programa_.avisos.Muestra(u'"' + nombre +
-                                 QStringLiteral("\" todavía no está disponible en esta versión."),
-                             data::estilo::Informacion);
 }
 
 std::optional<run::AccesoSql> FrmPrincipal::PideServidorSql(const QString& servidor)

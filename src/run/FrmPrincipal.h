@@ -27,7 +27,7 @@ class FrmPrincipal : public QMainWindow, private tolmo::run::VentanasDeArranque 
         FabricaConfiguracion configuracion{};
         FabricaVentana usuarios{};  ///< FrmConsUsuarios
         FabricaVentana articulos{}; ///< FrmRecuperaArtic, for the windows that ask for an article
-        FabricaVentana atributos{}; ///< FrmConsPSArtConfigurador; empty as long as there is none
+        FabricaVentana atributos{}; ///< FrmConsPSArtConfigurador
     };
 
     /// The references must outlive it. `eco` gets the status lines of a run that the command line
@@ -63,7 +63,6 @@ class FrmPrincipal : public QMainWindow, private tolmo::run::VentanasDeArranque 
     void VuelveAlFrente();
     void AbreRegistro();
     void MuestraInformacion();
-    void EnProximaVersion(const QString& que);
 
     std::optional<tolmo::run::AccesoSql> PideServidorSql(const QString& servidor) override;
     std::optional<tolmo::run::EmpresaElegida> EligeEmpresa(const QStringList& empresas) override;

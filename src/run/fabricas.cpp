@@ -1,4 +1,5 @@
 #include "run/fabricas.h"
+#include "configurator/FrmConsPSArtConfigurador.h"
 #include "configurator/FrmRecuperaArtic.h"
 #include "feed/solostocks.h"
 #include "run/FrmConfiguracion.h"
@@ -27,6 +28,9 @@ FrmPrincipal::Fabricas FabricasDelPrograma(data::Programa& programa, data::Escri
     };
     fabricas.articulos = [&programa, &escritorio](QWidget* padre) {
         return std::make_unique<FrmRecuperaArtic>(programa, escritorio, padre);
+    };
+    fabricas.atributos = [&programa, &escritorio](QWidget* padre) {
+        return std::make_unique<FrmConsPSArtConfigurador>(programa, escritorio, padre);
     };
     return fabricas;
 }

@@ -176,19 +176,6 @@ TEST_F(FrmPrincipalTest, LaInformacionParaProgramarTieneSusSeisLineas)
     EXPECT_EQ(avisos.cajas, std::vector{caja});
 }
 
-TEST_F(FrmPrincipalTest, LaVentanaDeAtributosQueFaltaLoDiceYNadaMas)
-{
-    Abre();
-
-    Pulsa("CmdAtributosValores");
-
-    // clang-format off
-    const AvisosDePrueba::Caja caja{
-        "\"Configurar atributos y combinaciones\" todavía no está disponible en esta versión.", 64, ""};
-    // clang-format on
-    EXPECT_EQ(avisos.cajas, std::vector{caja});
-}
-
 TEST_F(FrmPrincipalTest, ElBotonDeSolostocksSoloSeVeConSuFichero)
 {
     Abre();

@@ -66,6 +66,31 @@ TEST_F(Fabricas, LosUsuariosWebSonLosDeLaEmpresa)
     EXPECT_TRUE(avisos.cajas.empty());
 }
 
+TEST_F(Fabricas, LosAtributosSonLosDeLosArticulosDeLaEmpresa)
+{
+    Ejecuta(
+        {"CREATE TABLE M_ARTIC (CODARTICULO nvarchar(20), DESCRIPCION nvarchar(60))",
+         "INSERT INTO M_ARTIC VALUES ('A1','Olla')",
+         "CREATE TABLE PS_CONF_ART_CAT (CODARTICULO nvarchar(20), CODCATEGORIA nvarchar(3), DESCRIPCION nvarchar(60))",
+         "CREATE TABLE PS_CONF_ART_VAL (CODARTICULO nvarchar(20), CODCATEGORIA nvarchar(3), VALOR nvarchar(3), ID INT, SECUENCIA INT, INC_PVP DOUBLE, PESO DOUBLE, FOTO nvarchar(255))"});
+    programa.parametros.PS_TABLAARTIC = "M_ARTIC";
+    QString descripcion;
+    EnElDialogo([&](QWidget& d) {
+        EXPECT_EQ(d.objectName(), "FrmConsPSArtConfigurador");
+        Reposa();
+        auto& articulo = Hijo<QLineEdit>(d, "txtCampo_0");
+        QTest::keyClicks(&articulo, "A1");
+        QTest::keyClick(&articulo, Qt::Key_Return);
+        descripcion = Hijo<QLabel>(d, "LblDesArt").text();
+        d.close();
+    });
+
+    QTest::mouseClick(&Hijo<QPushButton>(ventana, "CmdAtributosValores"), Qt::LeftButton);
+
+    EXPECT_EQ(descripcion, "Olla");
+    EXPECT_TRUE(avisos.cajas.empty());
+}
+
 TEST_F(Fabricas, LosArticulosSonLosDeLaEmpresa)
 {
     Ejecuta(
