@@ -9,21 +9,26 @@ namespace {
 // A linked table may be a link itself, and two files may link to each other.
 constexpr int MasEnlaces = 4;
 
-Tabla TablaEn(const std::shared_ptr<FicheroPaginas>& fichero, quint32 pagina, const QString& nombre)
+Tabla TablaEn(const std::shared_ptr<Paginas>& paginas, quint32 pagina, const QString& nombre)
 {
     auto definicion = EnLugar(
-        [&] { return Lugar{.fichero = fichero->Nombre(), .tabla = nombre}; },
-        [&] { return std::make_shared<const Definicion>(LeeDefinicion(*fichero, pagina)); });
-    return {fichero, definicion, nombre};
+        [&] { return Lugar{.fichero = paginas->Nombre(), .tabla = nombre}; },
+        [&] { return std::make_shared<const Definicion>(LeeDefinicion(*paginas, pagina)); });
+    return {paginas, definicion, nombre};
 }
 
 } // namespace
 
 Base::Base(const QString& ruta, const Apertura& apertura)
-    : apertura_(apertura), fichero_(std::make_shared<FicheroPaginas>(ruta, apertura))
+    : Base(std::make_shared<FicheroPaginas>(ruta, apertura), apertura)
+{
+}
+
+Base::Base(std::shared_ptr<Paginas> paginas, const Apertura& apertura)
+    : apertura_(apertura), paginas_(std::move(paginas))
 {
     catalogo_ = std::make_unique<Catalogo>(
-        TablaEn(fichero_, Catalogo::PaginaObjetos, QStringLiteral("MSysObjects")));
+        TablaEn(paginas_, Catalogo::PaginaObjetos, QStringLiteral("MSysObjects")));
 }
 
 Tabla Base::AbreTabla(const QString& nombre) const
@@ -33,7 +38,7 @@ Tabla Base::AbreTabla(const QString& nombre) const
 
 Tabla Base::AbreTabla(const Objeto& objeto) const
 {
-    return TablaEn(fichero_, static_cast<quint32>(objeto.id), objeto.nombre);
+    return TablaEn(paginas_, static_cast<quint32>(objeto.id), objeto.nombre);
 }
 
 Tabla Base::AbreTabla(const QString& nombre, int enlaces) const

@@ -12,11 +12,13 @@ class Base {
   public:
     /// \throws ErrorMdb when the file can't be opened or its catalogue can't be read
     explicit Base(const QString& ruta, const Apertura& apertura = {});
+    /// Over pages that are at hand; `apertura` is for the files of its linked tables.
+    explicit Base(std::shared_ptr<Paginas> paginas, const Apertura& apertura = {});
 
-    const QString& Nombre() const { return fichero_->Nombre(); }
-    Version version() const { return fichero_->formato().version; }
+    const QString& Nombre() const { return paginas_->Nombre(); }
+    Version version() const { return paginas_->formato().version; }
     const Catalogo& catalogo() const { return *catalogo_; }
-    Paginas& paginas() const { return *fichero_; }
+    Paginas& paginas() const { return *paginas_; }
 
     /// A table by name, any case. A linked one is opened in the file where it lives.
     /// \throws ErrorMdb when there is none, or the other file isn't there
@@ -34,7 +36,7 @@ class Base {
     Tabla AbreEnlace(const Objeto& objeto, int enlaces) const;
 
     Apertura apertura_;
-    std::shared_ptr<FicheroPaginas> fichero_;
+    std::shared_ptr<Paginas> paginas_;
     std::unique_ptr<Catalogo> catalogo_{};
 };
 

@@ -102,7 +102,7 @@ class Esperadas {
 void CompruebaFila(const Definicion& definicion, const Fila& fila, Esperadas& esperadas,
                    QStringList& faltas)
 {
-    std::vector<bool> conValor(std::size_t{1} << 16, false);
+    std::vector<bool> conValor(definicion.maxColumnas, false);
     for (const Columna& columna : definicion.columnas)
         Intenta(faltas, [&] { conValor[columna.numero] = !EsNulo(fila.Lee(columna)); });
     esperadas.Anade(conValor);
@@ -128,6 +128,8 @@ EstadoTabla CompruebaTabla(const Base& base, const Objeto& objeto, Propietarios&
     EstadoTabla estado{.nombre = objeto.nombre};
     Intenta(estado.faltas, [&] {
         const Tabla tabla = base.AbreTabla(objeto);
+        if (propietarios.Tomada(tabla.definicion().pagina))
+            Danado(QStringLiteral("Su definición es la de otra tabla"));
         estado.filasDeclaradas = tabla.definicion().filas;
         CompruebaPaginas(tabla, propietarios, estado.faltas);
         Esperadas esperadas(tabla.definicion());

@@ -14,6 +14,9 @@ constexpr std::size_t MayorDefinicion = std::size_t{1} << 20;
 constexpr quint8 ClaseSistema = 0x53;
 constexpr quint16 SinColumna = 0xFFFF;
 constexpr std::size_t ColumnasPorIndice = 10;
+// Access allows 255 columns and 32 indexes; what passes these bounds is damage.
+constexpr quint16 MasColumnas = 255;
+constexpr quint32 MasIndices = 255;
 
 /// The bytes of a definition, without the headers of its further pages.
 std::vector<quint8> Junta(Paginas& paginas, quint32 primera, std::vector<quint32>& tomadas)
@@ -52,13 +55,19 @@ class Analisis {
         const quint16 columnas = Fijos(definicion);
         const quint32 logicos = bytes_.U32(f_.indicesLogicos);
         const quint32 reales = bytes_.U32(f_.indicesReales);
+        if (columnas > MasColumnas || logicos > MasIndices || reales > MasIndices)
+            Danado(QStringLiteral("La definición dice tener demasiadas columnas o índices"));
         posicion_ = f_.bloques;
         const std::size_t estadisticas = posicion_;
-        Salta(reales, f_.tamEstadistica);
+        Bloque(reales * f_.tamEstadistica);
         for (quint16 i = 0; i < columnas; ++i)
             definicion.columnas.push_back(UnaColumna(Bloque(f_.tamColumna)));
-        for (Columna& columna : definicion.columnas)
+        for (Columna& columna : definicion.columnas) {
             columna.nombre = Nombre();
+            if (columna.numero >= definicion.maxColumnas)
+                Danado(QStringLiteral("La tabla no cuenta con una de sus columnas"),
+                       {.columna = columna.nombre});
+        }
         for (quint32 i = 0; i < reales; ++i) {
             definicion.indicesReales.push_back(UnIndiceReal(Bloque(f_.tamIndiceReal)));
             definicion.indicesReales.back().unicas =
@@ -82,13 +91,6 @@ class Analisis {
         definicion.paginasPropias = Puntero::De(bytes_.U32(f_.mapaPropias));
         definicion.paginasLibres = Puntero::De(bytes_.U32(f_.mapaLibres));
         return bytes_.U16(f_.columnas);
-    }
-
-    void Salta(quint32 cuantos, std::size_t tam)
-    {
-        if (cuantos > bytes_.size() / tam)
-            FueraDeLosBytes();
-        posicion_ += cuantos * tam;
     }
 
     Bytes Bloque(std::size_t tam)

@@ -1,5 +1,6 @@
 #include "data/access/mdb/fichero.h"
 #include "data/access/mdb/errores_mdb.h"
+#include <QFile>
 #include <QFileInfo>
 #include <algorithm>
 
@@ -27,27 +28,42 @@ void CompruebaQueSeLee(const Cabecera& cabecera, const Apertura& apertura)
                        QStringLiteral("La página de códigos %1 no se admite").arg(codigos));
 }
 
+std::unique_ptr<QIODevice> AbreFichero(const QString& ruta)
+{
+    const Lugar lugar{.fichero = ruta};
+    // Only a plain file: opening a pipe or a device may wait for ever.
+    if (!QFileInfo(ruta).isFile())
+        throw ErrorMdb(Motivo::NoSeAbre, QStringLiteral("El fichero no existe"), lugar);
+    auto fichero = std::make_unique<QFile>(ruta);
+    // Pages are kept here, so a second buffer would only copy them once more.
+    if (!fichero->open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        throw ErrorMdb(Motivo::NoSeAbre,
+                       QStringLiteral("El fichero no se puede abrir: ") + fichero->errorString(),
+                       lugar);
+    return fichero;
+}
+
 } // namespace
 
 FicheroPaginas::FicheroPaginas(const QString& ruta, const Apertura& apertura)
-    : nombre_(ruta), fichero_(ruta)
+    : FicheroPaginas(AbreFichero(ruta), ruta, apertura)
+{
+}
+
+FicheroPaginas::FicheroPaginas(std::unique_ptr<QIODevice> fichero, const QString& nombre,
+                               const Apertura& apertura)
+    : nombre_(nombre), fichero_(std::move(fichero))
 {
     EnLugar([this] { return Lugar{.fichero = nombre_}; }, [&] { Abre(apertura); });
 }
 
 void FicheroPaginas::Abre(const Apertura& apertura)
 {
-    // Only a plain file: opening a pipe or a device may wait for ever.
-    if (!QFileInfo(nombre_).isFile())
-        throw ErrorMdb(Motivo::NoSeAbre, QStringLiteral("El fichero no existe"));
-    if (!fichero_.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        throw ErrorMdb(Motivo::NoSeAbre,
-                       QStringLiteral("El fichero no se puede abrir: ") + fichero_.errorString());
-    const QByteArray principio = fichero_.read(TamCabecera);
+    const QByteArray principio = fichero_->read(TamCabecera);
     cabecera_ = LeeCabecera(Bytes({reinterpret_cast<const quint8*>(principio.data()),
                                    static_cast<std::size_t>(principio.size())}));
     formato_ = FormatoDe(cabecera_.version);
-    const qint64 tam = fichero_.size();
+    const qint64 tam = fichero_->size();
     if (tam % formato_.tamPagina != 0)
         throw ErrorMdb(Motivo::Cortado,
                        QStringLiteral("El fichero no acaba con una página entera: está cortado"));
@@ -76,8 +92,8 @@ Pagina FicheroPaginas::LeeDelDisco(quint32 numero)
                        QStringLiteral("Falta una página: el fichero está cortado o dañado"), lugar);
     auto bytes = std::make_shared<std::vector<quint8>>(formato_.tamPagina);
     const qint64 tam = formato_.tamPagina;
-    if (!fichero_.seek(numero * tam) ||
-        fichero_.read(reinterpret_cast<char*>(bytes->data()), tam) != tam)
+    if (!fichero_->seek(numero * tam) ||
+        fichero_->read(reinterpret_cast<char*>(bytes->data()), tam) != tam)
         throw ErrorMdb(Motivo::Cortado, QStringLiteral("Una página no se puede leer"), lugar);
     return {.numero = numero, .bytes = Bytes(*bytes), .duenio = bytes};
 }

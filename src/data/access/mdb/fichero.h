@@ -1,8 +1,9 @@
 #pragma once
 #include "data/access/mdb/cabecera.h"
 #include "data/access/mdb/paginas.h"
-#include <QFile>
+#include <QIODevice>
 #include <list>
+#include <memory>
 #include <unordered_map>
 
 namespace tolmo::data::access::mdb {
@@ -13,12 +14,16 @@ struct Apertura {
     std::size_t cache = std::size_t{64} << 20; ///< bytes of pages kept at hand
 };
 
-/// An Access file on disk, read only. It keeps the pages that were used last, up to a limit.
+/// An Access file, read only. It keeps the pages that were used last, up to a limit.
 class FicheroPaginas : public Paginas {
   public:
     /// \throws ErrorMdb when the file can't be opened, isn't an Access file that can be read, has
     /// a password other than the one given, or doesn't end with a whole page
     explicit FicheroPaginas(const QString& ruta, const Apertura& apertura = {});
+
+    /// The same over anything that can be read at any place; `nombre` is for messages.
+    FicheroPaginas(std::unique_ptr<QIODevice> fichero, const QString& nombre,
+                   const Apertura& apertura = {});
 
     Pagina Lee(quint32 numero) override;
     quint32 Cuantas() const override { return cuantas_; }
@@ -32,7 +37,7 @@ class FicheroPaginas : public Paginas {
     void Guarda(const Pagina& pagina);
 
     QString nombre_;
-    QFile fichero_;
+    std::unique_ptr<QIODevice> fichero_;
     Cabecera cabecera_{};
     Formato formato_{};
     quint32 cuantas_ = 0;
