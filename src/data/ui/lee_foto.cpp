@@ -66,7 +66,8 @@ bool BmpEntero(QIODevice& fichero)
     const qint64 alto = std::abs(static_cast<qint64>(numero(22)));
     const qint64 bits = qFromLittleEndian<quint16>(cabecera.constData() + 28);
     const qint64 fila = (ancho * bits + 31) / 32 * 4;
-    return numero(10) + fila * alto <= fichero.size();
+    // As a division: a head that lies would make the product overflow.
+    return alto == 0 || fila <= (fichero.size() - numero(10)) / alto;
 }
 
 /// Only those of full colour in eight bits, whose lines come once and in order.
