@@ -1,6 +1,7 @@
 #include "data/access/access.h"
 #include "data/busqueda_grid.h"
 #include "data/ui/DataGrid.h"
+#include "sin_operador.h"
 #include <QApplication>
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -20,17 +21,6 @@ struct SinAvisos : data::Avisos {
     {
         throw std::logic_error(texto.toStdString());
     }
-};
-
-struct SinReloj : data::Reloj {
-    QDateTime Ahora() const override { return QDateTime::currentDateTime(); }
-    int Azar() override { return 0; }
-};
-
-struct SinEscritorio : data::Escritorio {
-    void AbreDocumento(const QString&) override {}
-    void CopiaAlPortapapeles(const QString& texto) override { copiados = texto.size(); }
-    qsizetype copiados = 0;
 };
 
 /// A grid on a large table of articles, on the screen.
