@@ -15,6 +15,13 @@ constexpr Plantilla FicheroDeFoto(u"{RutaBase}\\FOTOS\\{CodArticulo}{CodCategori
 const QString RutaLarga = QStringLiteral("La ruta de la fotografía no puede ser de más de 255 caracteres");
 // clang-format on
 
+/// As the picker gives it where the disks have no letters.
+bool EsDesdeLaRaiz(const QString& ruta)
+{
+    const bool deRed = ruta.startsWith(QLatin1String("\\\\"));
+    return !deRed && (ruta.startsWith(u'\\') || ruta.startsWith(u'/'));
+}
+
 } // namespace
 
 bool CabeFoto(data::Programa& programa, const QString& ruta)
@@ -46,7 +53,7 @@ bool QuitaFoto(data::Programa& programa, const ValorDeArticulo& de)
 
 QString RutaDeFoto(const data::Programa& programa, const ValorDeArticulo& de, const QString& Foto)
 {
-    if (Foto.contains(u':'))
+    if (Foto.contains(u':') || EsDesdeLaRaiz(Foto))
         return Foto;
     return FicheroDeFoto({{"RutaBase", programa.RutaBase},
                           {"CodArticulo", de.CodArticulo},

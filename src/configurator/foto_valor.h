@@ -28,7 +28,8 @@ void GuardaFoto(data::Programa& programa, const ValorDeArticulo& de, const QStri
 /// \throws data::FinDePrograma
 bool QuitaFoto(data::Programa& programa, const ValorDeArticulo& de);
 
-/// The file that is opened for a value's picture: a path with a drive, or a URL, is that itself;
+/// The file that is opened for a value's picture: a path with a drive or from the root, or a URL,
+/// is that itself;
 /// anything else means the picture of that value in the pictures' folder, beside the databases.
 QString RutaDeFoto(const data::Programa& programa, const ValorDeArticulo& de, const QString& Foto);
 

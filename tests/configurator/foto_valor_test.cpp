@@ -63,6 +63,8 @@ TEST_F(FotoValor, UnaRutaConDosPuntosSeAbreTalCual)
 
     EXPECT_EQ(RutaDeFoto(programa, valor, "D:\\f\\a.jpg"), "D:\\f\\a.jpg");
     EXPECT_EQ(RutaDeFoto(programa, valor, "https://x.example/b.jpg"), "https://x.example/b.jpg");
+    EXPECT_EQ(RutaDeFoto(programa, valor, "\\home\\ana\\a.jpg"), "\\home\\ana\\a.jpg")
+        << "chosen where the disks have no letters";
 }
 
 TEST_F(FotoValor, CualquierOtraEsLaDelValorEnLaCarpetaDeFotos)
