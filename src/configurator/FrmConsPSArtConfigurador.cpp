@@ -11,6 +11,7 @@
 #include "data/ui/controles.h"
 #include "data/ui/frontera.h"
 #include "ui_FrmConsPSArtConfigurador.h"
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 
@@ -19,6 +20,9 @@ using configurator::ModoNavegador;
 using data::ui::PanelConsulta;
 
 namespace {
+
+/// Of the list of combinations, at least.
+constexpr int AnchoDeColumna = 90;
 
 /// Columns of the two grids.
 constexpr int CODCATEGORIA = 1;
@@ -76,6 +80,7 @@ void FrmConsPSArtConfigurador::Coloca()
     ui_->ColumnaValores->addWidget(valor_, 2);
     ui_->ColumnaCopia->addWidget(copia_);
     ui_->GridCombinaciones->setModel(&combinaciones_);
+    ui_->GridCombinaciones->horizontalHeader()->setMinimumSectionSize(AnchoDeColumna);
     data::ui::SeleccionaAlEntrar(*this);
 }
 

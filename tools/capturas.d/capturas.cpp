@@ -197,6 +197,44 @@ void RetrataConsOpcionales(Casa& casa, const Camara& camara, const QString& nomb
     camara.Retrata(ventana, nombre);
 }
 
+/// The editor at an article with two attributes, on one of its pages.
+void RetrataConfigurador(Casa& casa, const Camara& camara, const QString& nombre,
+                         const char* pagina)
+{
+    const auto ventana = casa.fabricas.atributos(nullptr);
+    ventana->show();
+    auto* articulo = ventana->findChild<QLineEdit*>(QStringLiteral("txtCampo_0"));
+    articulo->setText(QStringLiteral("010101002"));
+    QTest::keyClick(articulo, Qt::Key_Return);
+    ventana->findChild<QTabWidget*>(QStringLiteral("SSTab1"))
+        ->setCurrentWidget(ventana->findChild<QWidget*>(QLatin1StringView(pagina)));
+    // The second value has a picture.
+    auto* valores = ventana->findChild<QTableView*>(QStringLiteral("DataGrid2"));
+    valores->setCurrentIndex(valores->model()->index(1, 2));
+    Camara::Espera();
+    camara.Retrata(*ventana, nombre);
+}
+
+void RetrataAtributos(Casa& casa, const Camara& camara, const QString& nombre)
+{
+    RetrataConfigurador(casa, camara, nombre, "PaginaAtributos");
+}
+
+void RetrataValores(Casa& casa, const Camara& camara, const QString& nombre)
+{
+    RetrataConfigurador(casa, camara, nombre, "PaginaValores");
+}
+
+void RetrataExportacion(Casa& casa, const Camara& camara, const QString& nombre)
+{
+    RetrataConfigurador(casa, camara, nombre, "PaginaCopia");
+}
+
+void RetrataCombinaciones(Casa& casa, const Camara& camara, const QString& nombre)
+{
+    RetrataConfigurador(casa, camara, nombre, "PaginaCombinaciones");
+}
+
 void RetrataRecuperaArtic(Casa& casa, const Camara& camara, const QString& nombre)
 {
     camara.Retrata(*casa.fabricas.articulos(nullptr), nombre);
@@ -236,6 +274,10 @@ constexpr Captura Capturas[] = {
     {"FrmCadenaBooleanaAvanzada", RetrataCadenaBooleanaAvanzada},
     {"FrmConsCategoriasOpcionales", RetrataConsCategoriasOpcionales},
     {"FrmConsCategoriasOpcionalesValores", RetrataConsOpcionales},
+    {"FrmConsPSArtConfigurador", RetrataAtributos},
+    {"FrmConsPSArtConfiguradorValores", RetrataValores},
+    {"FrmConsPSArtConfiguradorExportar", RetrataExportacion},
+    {"FrmConsPSArtConfiguradorCombinaciones", RetrataCombinaciones},
     {"FrmRecuperaArtic", RetrataRecuperaArtic},
     {"FrmRecuperaImagen", RetrataRecuperaImagen},
 };
