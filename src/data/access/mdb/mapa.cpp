@@ -5,10 +5,7 @@
 namespace tolmo::data::access::mdb {
 namespace {
 
-constexpr quint8 EnLaFila = 0;
-constexpr quint8 PorReferencia = 1;
-constexpr std::size_t CabeceraEnLaFila = 5;
-constexpr std::size_t CabeceraDeBits = 4;
+using namespace forma_mapa;
 
 void AnadeBits(Mapa& mapa, Bytes bits, quint64 primera, quint32 cuantas)
 {
@@ -28,9 +25,9 @@ void AnadeBits(Mapa& mapa, Bytes bits, quint64 primera, quint32 cuantas)
 
 void AnadeReferidas(Mapa& mapa, Paginas& paginas, Bytes referencias)
 {
-    const std::size_t caben = 8 * (paginas.formato().tamPagina - CabeceraDeBits);
-    for (std::size_t i = 0; 4 * i + 4 <= referencias.size(); ++i) {
-        const quint32 numero = referencias.U32(4 * i);
+    const std::size_t caben = PaginasPorReferencia(paginas.formato());
+    for (std::size_t i = 0; TamReferencia * (i + 1) <= referencias.size(); ++i) {
+        const quint32 numero = referencias.U32(TamReferencia * i);
         // Past the end of the file no bit means anything, and a row may have many such entries.
         if (numero == 0 || i * caben >= paginas.Cuantas())
             continue;
@@ -57,7 +54,7 @@ Mapa LeeMapa(Paginas& paginas, Puntero puntero)
                 if (forma == EnLaFila)
                     AnadeBits(mapa, fila.Desde(CabeceraEnLaFila), fila.U32(1), paginas.Cuantas());
                 else if (forma == PorReferencia)
-                    AnadeReferidas(mapa, paginas, fila.Desde(1));
+                    AnadeReferidas(mapa, paginas, fila.Desde(CabeceraPorReferencia));
                 else
                     Danado(QStringLiteral("El mapa de páginas tiene una forma desconocida"));
             });

@@ -14,6 +14,23 @@ struct Mapa {
 /// The global map, whose pages are the free ones.
 constexpr Puntero MapaGlobal{.pagina = 1, .fila = 0};
 
+/// How a map is laid out. In the row itself: the form, the first page, bits. By reference: the
+/// form, then the numbers of bitmap pages, each with a header and bits.
+namespace forma_mapa {
+constexpr quint8 EnLaFila = 0;
+constexpr quint8 PorReferencia = 1;
+constexpr std::size_t CabeceraEnLaFila = 5;
+constexpr std::size_t CabeceraPorReferencia = 1;
+constexpr std::size_t TamReferencia = 4;
+constexpr std::size_t CabeceraDeBits = 4;
+
+/// The pages that one bitmap page covers.
+inline quint32 PaginasPorReferencia(const Formato& formato)
+{
+    return 8 * (formato.tamPagina - static_cast<quint32>(CabeceraDeBits));
+}
+} // namespace forma_mapa
+
 /// Reads the map that `puntero` leads to; a null pointer gives an empty one.
 /// \throws ErrorMdb when there is no map
 Mapa LeeMapa(Paginas& paginas, Puntero puntero);
