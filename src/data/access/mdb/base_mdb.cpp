@@ -11,10 +11,7 @@ constexpr int MasEnlaces = 4;
 
 Tabla TablaEn(const std::shared_ptr<Paginas>& paginas, quint32 pagina, const QString& nombre)
 {
-    auto definicion = EnLugar(
-        [&] { return Lugar{.fichero = paginas->Nombre(), .tabla = nombre}; },
-        [&] { return std::make_shared<const Definicion>(LeeDefinicion(*paginas, pagina)); });
-    return {paginas, definicion, nombre};
+    return {paginas, std::make_shared<const Definicion>(LeeDefinicion(*paginas, pagina, nombre))};
 }
 
 } // namespace
@@ -69,7 +66,10 @@ Tabla Base::AbreEnlace(const Objeto& objeto, int enlaces) const
                        QStringLiteral("La tabla está vinculada a un fichero que no está: ") +
                            objeto.fichero,
                        lugar);
-    return Base(ruta, apertura_).AbreTabla(objeto.nombreAjeno, enlaces + 1);
+    std::unique_ptr<Base>& otra = enlazadas_[ruta];
+    if (otra == nullptr)
+        otra = std::make_unique<Base>(ruta, apertura_);
+    return otra->AbreTabla(objeto.nombreAjeno, enlaces + 1);
 }
 
 QString Base::SqlDeConsulta(const QString& nombre) const

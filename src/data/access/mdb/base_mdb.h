@@ -2,6 +2,7 @@
 #include "data/access/mdb/catalogo.h"
 #include "data/access/mdb/fichero.h"
 #include "data/access/mdb/tabla.h"
+#include <map>
 #include <memory>
 #include <optional>
 
@@ -38,6 +39,8 @@ class Base {
     Apertura apertura_;
     std::shared_ptr<Paginas> paginas_;
     std::unique_ptr<Catalogo> catalogo_{};
+    /// The files of linked tables, by their path: each is opened once.
+    mutable std::map<QString, std::unique_ptr<Base>> enlazadas_{};
 };
 
 } // namespace tolmo::data::access::mdb

@@ -179,10 +179,10 @@ class Analisis {
 
 } // namespace
 
-const Columna* Definicion::ColumnaDe(const QString& nombre) const
+const Columna* Definicion::ColumnaDe(const QString& buscada) const
 {
     const auto hallada = std::find_if(columnas.begin(), columnas.end(), [&](const Columna& c) {
-        return c.nombre.compare(nombre, Qt::CaseInsensitive) == 0;
+        return c.nombre.compare(buscada, Qt::CaseInsensitive) == 0;
     });
     return hallada == columnas.end() ? nullptr : &*hallada;
 }
@@ -194,10 +194,10 @@ const Columna* Definicion::ColumnaDe(quint16 numero) const
     return hallada == columnas.end() ? nullptr : &*hallada;
 }
 
-Definicion LeeDefinicion(Paginas& paginas, quint32 pagina)
+Definicion LeeDefinicion(Paginas& paginas, quint32 pagina, const QString& nombre)
 {
-    Definicion definicion{.pagina = pagina};
-    EnLugar([&] { return Lugar{.fichero = paginas.Nombre(), .pagina = pagina}; },
+    Definicion definicion{.nombre = nombre, .pagina = pagina};
+    EnLugar([&] { return Lugar{.fichero = paginas.Nombre(), .tabla = nombre, .pagina = pagina}; },
             [&] {
                 const std::vector<quint8> bytes = Junta(paginas, pagina, definicion.paginas);
                 Analisis(Bytes(bytes), paginas.formato()).Rellena(definicion);

@@ -94,6 +94,7 @@ struct IndiceLogico {
 
 /// All that a file says of the shape of a table.
 struct Definicion {
+    QString nombre{}; ///< for messages: the catalogue knows it
     quint32 pagina = 0;
     std::vector<quint32> paginas{}; ///< all that it takes
     quint32 filas = 0;              ///< not reliable
@@ -108,12 +109,12 @@ struct Definicion {
     std::vector<IndiceLogico> indicesLogicos{};
 
     /// By name, any case; nullptr when there is none.
-    const Columna* ColumnaDe(const QString& nombre) const;
+    const Columna* ColumnaDe(const QString& buscada) const;
     const Columna* ColumnaDe(quint16 numero) const;
 };
 
-/// Reads the definition that starts on `pagina`.
+/// Reads the definition of table `nombre`, which starts on `pagina`.
 /// \throws ErrorMdb
-Definicion LeeDefinicion(Paginas& paginas, quint32 pagina);
+Definicion LeeDefinicion(Paginas& paginas, quint32 pagina, const QString& nombre = {});
 
 } // namespace tolmo::data::access::mdb

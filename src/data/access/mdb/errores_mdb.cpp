@@ -13,6 +13,8 @@ QString Descripcion(const QString& frase, const Lugar& lugar)
         partes << QStringLiteral("tabla ") + lugar.tabla;
     if (!lugar.columna.isEmpty())
         partes << QStringLiteral("columna ") + lugar.columna;
+    if (!lugar.indice.isEmpty())
+        partes << QStringLiteral("índice ") + lugar.indice;
     if (lugar.pagina)
         partes << QStringLiteral("página ") + QString::number(*lugar.pagina);
     return partes.isEmpty() ? frase : frase + " (" + partes.join(", ") + u')';
@@ -24,7 +26,12 @@ int NumeroDe(Motivo motivo)
     case Motivo::NoHallado:
     case Motivo::Danado:
     case Motivo::NoAdmitido:
+    case Motivo::SinValor:
+    case Motivo::ClaveRepetida:
+    case Motivo::Relacion:
         return numero_error::Sentencia;
+    case Motivo::Valor:
+        return numero_error::CampoIncorrecto;
     default:
         return numero_error::Conexion;
     }
@@ -47,6 +54,8 @@ ErrorMdb ErrorMdb::En(const Lugar& lugar) const
         completo.tabla = lugar.tabla;
     if (completo.columna.isEmpty())
         completo.columna = lugar.columna;
+    if (completo.indice.isEmpty())
+        completo.indice = lugar.indice;
     if (!completo.pagina)
         completo.pagina = lugar.pagina;
     return {motivo_, frase_, completo};

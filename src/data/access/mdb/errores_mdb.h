@@ -7,16 +7,23 @@ namespace tolmo::data::access::mdb {
 
 /// Why an Access file, or a part of it, can't be used.
 enum class Motivo {
-    NoSeAbre,   ///< absent, a folder, or not readable
-    NoEsBase,   ///< not a file of Access
-    Version,    ///< of a version that isn't known
-    Contrasena, ///< protected by a password that wasn't given, or by another one
-    Cifrado,    ///< its pages are encoded
-    Cortado,    ///< ends before it should
-    Danado,     ///< its bytes contradict each other
-    NoAdmitido, ///< sound, but beyond what this engine reads
-    NoHallado,  ///< no table, column or query of that name
-    Enlace      ///< a linked table whose file can't be read here
+    NoSeAbre,      ///< absent, a folder, or not readable
+    NoEsBase,      ///< not a file of Access
+    Version,       ///< of a version that isn't known
+    Contrasena,    ///< protected by a password that wasn't given, or by another one
+    Cifrado,       ///< its pages are encoded
+    Cortado,       ///< ends before it should
+    Danado,        ///< its bytes contradict each other
+    NoAdmitido,    ///< sound, but beyond what this engine reads
+    NoHallado,     ///< no table, column or query of that name
+    Enlace,        ///< a linked table whose file can't be read here
+    EnUso,         ///< somebody else has it open, or keeps it locked for too long
+    NoSeEscribe,   ///< no permission, no room, or a device that fails
+    Lleno,         ///< as large as the format lets a file be
+    Valor,         ///< a value that its column can't hold, or a row that is too long
+    SinValor,      ///< Null where a value is required
+    ClaveRepetida, ///< a unique index has the key already
+    Relacion       ///< a row would be left without the one that it refers to
 };
 
 /// Where it was met; what isn't known stays empty.
@@ -24,6 +31,7 @@ struct Lugar {
     QString fichero{};
     QString tabla{};
     QString columna{};
+    QString indice{};
     std::optional<quint32> pagina{};
 };
 

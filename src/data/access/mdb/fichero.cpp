@@ -63,13 +63,30 @@ void FicheroPaginas::Abre(const Apertura& apertura)
     cabecera_ = LeeCabecera(Bytes({reinterpret_cast<const quint8*>(principio.data()),
                                    static_cast<std::size_t>(principio.size())}));
     formato_ = FormatoDe(cabecera_.version);
+    Mide();
+    CompruebaQueSeLee(cabecera_, apertura);
+    cabenEnCache_ = std::max<std::size_t>(1, apertura.cache / formato_.tamPagina);
+}
+
+void FicheroPaginas::Mide()
+{
     const qint64 tam = fichero_->size();
     if (tam % formato_.tamPagina != 0)
         throw ErrorMdb(Motivo::Cortado,
                        QStringLiteral("El fichero no acaba con una página entera: está cortado"));
-    CompruebaQueSeLee(cabecera_, apertura);
     cuantas_ = static_cast<quint32>(std::min(tam / formato_.tamPagina, MasPaginas));
-    cabenEnCache_ = std::max<std::size_t>(1, apertura.cache / formato_.tamPagina);
+}
+
+void FicheroPaginas::Olvida(std::span<const quint32> paginas)
+{
+    for (const quint32 numero : paginas) {
+        const auto hallada = porNumero_.find(numero);
+        if (hallada == porNumero_.end())
+            continue;
+        usadas_.erase(hallada->second);
+        porNumero_.erase(hallada);
+    }
+    EnLugar([this] { return Lugar{.fichero = nombre_}; }, [this] { Mide(); });
 }
 
 Pagina FicheroPaginas::Lee(quint32 numero)

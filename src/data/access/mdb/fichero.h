@@ -4,6 +4,7 @@
 #include <QIODevice>
 #include <list>
 #include <memory>
+#include <span>
 #include <unordered_map>
 
 namespace tolmo::data::access::mdb {
@@ -31,8 +32,12 @@ class FicheroPaginas : public Paginas {
     const QString& Nombre() const override { return nombre_; }
     const Cabecera& cabecera() const { return cabecera_; }
 
+    /// Forgets these pages, and takes the length anew: the file was written by another way.
+    void Olvida(std::span<const quint32> paginas);
+
   private:
     void Abre(const Apertura& apertura);
+    void Mide();
     Pagina LeeDelDisco(quint32 numero);
     void Guarda(const Pagina& pagina);
 

@@ -104,8 +104,8 @@ Dato LeeDato(const Columna& columna, Bytes crudo, const Formato& formato)
 }
 
 Fila::Fila(const Definicion& definicion, Paginas& paginas, Pagina pagina, Bytes bytes)
-    : formato_(&paginas.formato()), paginas_(&paginas), pagina_(std::move(pagina)), bytes_(bytes),
-      columnas_(Contador(0))
+    : definicion_(&definicion), formato_(&paginas.formato()), paginas_(&paginas),
+      pagina_(std::move(pagina)), bytes_(bytes), columnas_(Contador(0))
 {
     const std::size_t tamMascara = (columnas_ + 7) / 8;
     if (formato_->anchoContador + tamMascara > bytes_.size())
@@ -153,8 +153,10 @@ bool Fila::TieneValor(const Columna& columna) const
            (bytes_.U8(mascara_ + columna.numero / 8) >> columna.numero % 8 & 1) != 0;
 }
 
-std::size_t Fila::AnchoFijo(const Columna& columna) const
+std::size_t AnchoFijo(const Columna& columna)
 {
+    if (columna.tipo == TipoColumna::Logico)
+        return 0;
     const std::size_t propio = AnchoDeTipo(columna.tipo);
     return propio != 0 ? propio : columna.largo;
 }
@@ -193,8 +195,10 @@ Dato Fila::Lee(const Columna& columna) const
         return TieneValor(columna);
     return EnLugar(
         [&] {
-            return Lugar{
-                .fichero = paginas_->Nombre(), .columna = columna.nombre, .pagina = pagina_.numero};
+            return Lugar{.fichero = paginas_->Nombre(),
+                         .tabla = definicion_->nombre,
+                         .columna = columna.nombre,
+                         .pagina = pagina_.numero};
         },
         [&]() -> Dato {
             const std::optional<Bytes> crudo = Crudo(columna);

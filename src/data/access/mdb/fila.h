@@ -27,10 +27,10 @@ class Fila {
     bool TieneValor(const Columna& columna) const;
     void LeeRanuras();
     std::size_t FinDeRanura(std::size_t ranura) const;
-    std::size_t AnchoFijo(const Columna& columna) const;
     Dato LeeValor(const Columna& columna, Bytes crudo) const;
     std::size_t Contador(std::size_t posicion) const;
 
+    const Definicion* definicion_ = nullptr;
     const Formato* formato_ = nullptr;
     Paginas* paginas_ = nullptr;
     Pagina pagina_{};
@@ -41,6 +41,9 @@ class Fila {
     std::size_t tablaRanuras_ = 0; ///< position of the offset of slot 0; the others lie before it
     std::size_t saltos_ = 0;       ///< Access 97: jump marks, right before the count of slots
 };
+
+/// Bytes that a column of fixed width takes in a row.
+std::size_t AnchoFijo(const Columna& columna);
 
 /// What the bytes of a column of fixed width hold, and what those of a variable one do; memo and
 /// OLE columns aside, whose bytes only lead to the value.

@@ -39,9 +39,8 @@ Fila Sigue(Paginas& paginas, const Definicion& definicion, const PaginaDatos& de
 
 } // namespace
 
-Tabla::Tabla(std::shared_ptr<Paginas> paginas, std::shared_ptr<const Definicion> definicion,
-             const QString& nombre)
-    : paginas_(std::move(paginas)), definicion_(std::move(definicion)), nombre_(nombre)
+Tabla::Tabla(std::shared_ptr<Paginas> paginas, std::shared_ptr<const Definicion> definicion)
+    : paginas_(std::move(paginas)), definicion_(std::move(definicion))
 {
 }
 
@@ -56,7 +55,7 @@ const Columna& Tabla::operator[](const QString& columna) const
 
 Lugar Tabla::En(std::optional<quint32> pagina) const
 {
-    return {.fichero = paginas_->Nombre(), .tabla = nombre_, .pagina = pagina};
+    return {.fichero = paginas_->Nombre(), .tabla = Nombre(), .pagina = pagina};
 }
 
 std::optional<Fila> Tabla::FilaEn(Puntero puntero) const

@@ -11,10 +11,9 @@ namespace tolmo::data::access::mdb {
 /// A table of a file: its shape, and its rows one by one.
 class Tabla {
   public:
-    Tabla(std::shared_ptr<Paginas> paginas, std::shared_ptr<const Definicion> definicion,
-          const QString& nombre);
+    Tabla(std::shared_ptr<Paginas> paginas, std::shared_ptr<const Definicion> definicion);
 
-    const QString& Nombre() const { return nombre_; }
+    const QString& Nombre() const { return definicion_->nombre; }
     const Definicion& definicion() const { return *definicion_; }
     Paginas& paginas() const { return *paginas_; }
 
@@ -32,7 +31,6 @@ class Tabla {
   private:
     std::shared_ptr<Paginas> paginas_;
     std::shared_ptr<const Definicion> definicion_;
-    QString nombre_;
 };
 
 /// Walks the rows of a table in the order of their places.

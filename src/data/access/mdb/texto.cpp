@@ -1,6 +1,8 @@
 #include "data/access/mdb/texto.h"
+#include "data/access/mdb/errores_mdb.h"
 #include "data/codificacion.h"
 #include <algorithm>
+#include <optional>
 
 namespace tolmo::data::access::mdb {
 namespace {
@@ -41,6 +43,42 @@ QString Descomprime(Bytes bytes)
     return texto;
 }
 
+constexpr char16_t Marca = u'\uFEFF'; ///< as the two bytes in front of a compressed text
+// Longer ones are memos, which Access doesn't compress.
+constexpr qsizetype MasComprimidos = 1024;
+constexpr qsizetype MenosComprimidos = 3;
+
+bool DeUnByte(QChar caracter)
+{
+    return caracter.unicode() >= 0x01 && caracter.unicode() <= 0xFF;
+}
+
+QByteArray Llano(const QString& texto)
+{
+    QByteArray bytes(2 * texto.size(), Qt::Uninitialized);
+    qToLittleEndian<char16_t>(texto.utf16(), texto.size(), bytes.data());
+    return bytes;
+}
+
+/// Nothing when a character has a byte 0, which would change to the other form.
+std::optional<QByteArray> Comprime(const QString& texto)
+{
+    QByteArray bytes("\xFF\xFE");
+    bool sencillo = true;
+    for (const QChar caracter : texto) {
+        if (DeUnByte(caracter) != sencillo) {
+            bytes += '\0';
+            sencillo = !sencillo;
+        }
+        if (!sencillo && (caracter.cell() == 0 || caracter.row() == 0))
+            return std::nullopt;
+        bytes += static_cast<char>(caracter.cell());
+        if (!sencillo)
+            bytes += static_cast<char>(caracter.row());
+    }
+    return bytes;
+}
+
 } // namespace
 
 QString LeeTexto(Bytes bytes, const Formato& formato)
@@ -56,6 +94,23 @@ QString TextoSinComprimir(Bytes bytes, const Formato& formato)
         return DesdeWindows1252(QByteArray(reinterpret_cast<const char*>(bytes.data()),
                                            static_cast<qsizetype>(bytes.size())));
     return Utf16(bytes);
+}
+
+QByteArray EscribeTexto(const QString& texto, bool comprime)
+{
+    // Such a text would be taken for a compressed one.
+    const bool sinRemedio = texto.startsWith(QChar(Marca));
+    const bool conviene =
+        comprime && texto.size() >= MenosComprimidos && texto.size() <= MasComprimidos;
+    if (!sinRemedio && !conviene)
+        return Llano(texto);
+    const std::optional<QByteArray> comprimido = Comprime(texto);
+    if (comprimido && (sinRemedio || comprimido->size() < 2 * texto.size()))
+        return *comprimido;
+    if (sinRemedio)
+        throw ErrorMdb(Motivo::Valor, QStringLiteral("El texto no se puede guardar: empieza por el "
+                                                     "carácter U+FEFF"));
+    return Llano(texto);
 }
 
 } // namespace tolmo::data::access::mdb

@@ -34,10 +34,14 @@ QByteArray Texto(const QString& texto)
     return cabe ? QByteArray("\xFF\xFE") + texto.toLatin1() : Utf16(texto);
 }
 
+bool EsLarga(TipoColumna tipo)
+{
+    return tipo == TipoColumna::Memo || tipo == TipoColumna::Ole;
+}
+
 bool EsVariable(TipoColumna tipo)
 {
-    return tipo == TipoColumna::Texto || tipo == TipoColumna::Memo || tipo == TipoColumna::Ole ||
-           tipo == TipoColumna::Binario;
+    return tipo == TipoColumna::Texto || tipo == TipoColumna::Binario || EsLarga(tipo);
 }
 
 QByteArray Fijo(TipoColumna tipo, const Dato& dato)
@@ -158,7 +162,7 @@ QByteArray BaseFabricada::Largo(Montaje& largos, const Dato& dato)
 }
 
 QByteArray BaseFabricada::Fila(const std::vector<ColumnaFabricada>& columnas,
-                               const std::vector<Dato>& datos, Montaje& largos)
+                               const std::vector<Dato>& datos, std::vector<Montaje>& largos)
 {
     QByteArray fila = Numero(static_cast<quint16>(columnas.size()));
     QByteArray mascara(static_cast<qsizetype>((columnas.size() + 7) / 8), '\0');
@@ -184,7 +188,7 @@ QByteArray BaseFabricada::Fila(const std::vector<ColumnaFabricada>& columnas,
         else if (columnas[i].tipo == TipoColumna::Binario)
             fila += Como<QByteArray>(datos[i]);
         else
-            fila += Largo(largos, datos[i]);
+            fila += Largo(largos[i], datos[i]);
     }
     if (cuantas > 0)
         fila += Numero(static_cast<quint16>(fila.size())) + ranuras + Numero(cuantas);
@@ -225,6 +229,7 @@ void BaseFabricada::PonDefinicion(quint32 pagina, const std::vector<ColumnaFabri
     quint16 numero = 0;
     quint16 variables = 0;
     quint16 desplazamiento = 0;
+    quint32 mapaDeLargo = mapas << 8 | 2;
     for (const ColumnaFabricada& columna : columnas) {
         const bool variable = EsVariable(columna.tipo);
         const auto ancho = static_cast<quint16>(Fijo(columna.tipo, {}).size());
@@ -234,8 +239,8 @@ void BaseFabricada::PonDefinicion(quint32 pagina, const std::vector<ColumnaFabri
                    QByteArray(4, '\0') + Numero(variable ? quint16{0} : desplazamiento) +
                    Numero(static_cast<quint16>(variable ? 2 * columna.caracteres : ancho));
         nombres += Numero(static_cast<quint16>(2 * columna.nombre.size())) + Utf16(columna.nombre);
-        if (columna.tipo == TipoColumna::Memo || columna.tipo == TipoColumna::Ole)
-            largos += Numero(numero) + Numero(mapas << 8 | 2) + Numero<quint32>(0);
+        if (EsLarga(columna.tipo))
+            largos += Numero(numero) + Numero(mapaDeLargo++) + Numero<quint32>(0);
         variables = static_cast<quint16>(variables + (variable ? 1 : 0));
         desplazamiento = static_cast<quint16>(desplazamiento + (variable ? 0 : ancho));
         ++numero;
@@ -259,13 +264,16 @@ void BaseFabricada::PonTabla(quint32 definicion, const std::vector<ColumnaFabric
                              int filas, const DaFila& daFila)
 {
     Montaje datos{.duenio = definicion};
-    Montaje largos{.duenio = Lval};
+    std::vector<Montaje> largos(columnas.size(), {.duenio = Lval});
     for (int i = 0; i < filas; ++i)
         AnadeFila(datos, Fila(columnas, daFila(i), largos));
     Montaje mapas;
     AnadeFila(mapas, Mapa(datos.propias));
     AnadeFila(mapas, Mapa({}));
-    AnadeFila(mapas, Mapa(largos.propias));
+    for (std::size_t i = 0; i < columnas.size(); ++i) {
+        if (EsLarga(columnas[i].tipo))
+            AnadeFila(mapas, Mapa(largos[i].propias));
+    }
     PonDefinicion(definicion, columnas, filas, mapas.enCurso);
 }
 

@@ -54,7 +54,7 @@ class BaseFabricada {
     quint32 AnadeFila(Montaje& montaje, const QByteArray& fila);
     QByteArray Largo(Montaje& largos, const Dato& dato);
     QByteArray Fila(const std::vector<ColumnaFabricada>& columnas, const std::vector<Dato>& datos,
-                    Montaje& largos);
+                    std::vector<Montaje>& largos);
     QByteArray Mapa(const std::vector<quint32>& paginas);
     void PonTabla(quint32 definicion, const std::vector<ColumnaFabricada>& columnas, int filas,
                   const DaFila& daFila);

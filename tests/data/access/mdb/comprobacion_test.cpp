@@ -1,3 +1,4 @@
+#include "data/access/mdb/base_fabricada.h"
 #include "data/access/mdb/comprobacion.h"
 #include "data/access/mdb/definicion.h"
 #include "data/access/mdb/muestras.h"
@@ -95,6 +96,17 @@ TEST(Comprobacion, LoQueEscribioAccessEstaBien)
         EXPECT_THAT(Faltas(informe), IsEmpty()) << muestra.toStdString();
         EXPECT_GT(informe.tablas.size(), 4U);
     }
+}
+
+TEST(Comprobacion, LoFabricadoParaLasPruebasTambien)
+{
+    BaseFabricada base;
+    base.Tabla("T", {{"A", TipoColumna::Memo}, {"B", TipoColumna::Largo}, {"C", TipoColumna::Ole}},
+               300, [](int i) {
+                   return std::vector<Dato>{QString(i, u'x'), qint64{i}, QByteArray(2 * i, 'y')};
+               });
+
+    EXPECT_THAT(Faltas(InformeDe(base.Termina())), IsEmpty());
 }
 
 TEST(Comprobacion, CuentaFilasYEntradas)

@@ -32,9 +32,11 @@ class FilaDe : public testing::Test {
     {
         paginas_ = std::make_unique<PaginasDePrueba>(version);
         bytes_ = DeHexa(hexa);
-        return {definicion, *paginas_, {.numero = 5}, Bytes(bytes_)};
+        definicion_ = definicion;
+        return {definicion_, *paginas_, {.numero = 5}, Bytes(bytes_)};
     }
 
+    Definicion definicion_{};
     std::unique_ptr<PaginasDePrueba> paginas_{};
     std::vector<quint8> bytes_{};
 };
@@ -118,7 +120,8 @@ TEST_F(FilaDe, UnMemoVaDetrasDeSuCabecera)
 
 TEST_F(FilaDe, UnErrorDiceColumnaYPagina)
 {
-    const Fila fila = Con("01 00 | 41 00 | 99 00 | 02 00 | 01 00 | 01", Definicion{.ranuras = 1});
+    const Definicion definicion{.nombre = "T", .ranuras = 1};
+    const Fila fila = Con("01 00 | 41 00 | 99 00 | 02 00 | 01 00 | 01", definicion);
     Columna columna = Variable(0, TipoColumna::Texto, 0);
     columna.nombre = "NOMBRE";
 
@@ -127,6 +130,7 @@ TEST_F(FilaDe, UnErrorDiceColumnaYPagina)
         ADD_FAILURE() << "the value lies outside the row";
     } catch (const ErrorMdb& error) {
         EXPECT_EQ(error.motivo(), Motivo::Danado);
+        EXPECT_EQ(error.lugar().tabla, "T");
         EXPECT_EQ(error.lugar().columna, "NOMBRE");
         EXPECT_EQ(error.lugar().pagina, 5U);
     }

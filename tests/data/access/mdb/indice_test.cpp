@@ -128,6 +128,7 @@ class Recorrido : public testing::Test {
   protected:
     Recorrido()
     {
+        definicion_->nombre = "T";
         definicion_->pagina = PaginaTabla;
         definicion_->indicesReales = {{.columnas = {{.numero = 0}}, .raiz = 5}};
         paginas_->Pon(9, 0, "00");
@@ -141,7 +142,7 @@ class Recorrido : public testing::Test {
                     {"7f 06 00 00 0a 01", "7f 07 00 00 0b 00"});
     }
 
-    Tabla LaTabla() const { return {paginas_, definicion_, "T"}; }
+    Tabla LaTabla() const { return {paginas_, definicion_}; }
     const IndiceReal& indice() const { return definicion_->indicesReales[0]; }
 
     std::vector<quint32> Desde(const char* hexa) const

@@ -16,6 +16,7 @@ class FilasMovidas : public testing::Test {
   protected:
     FilasMovidas()
     {
+        definicion_->nombre = "T";
         definicion_->pagina = 4;
         definicion_->maxColumnas = 1;
         definicion_->paginasPropias = {.pagina = 1, .fila = 0};
@@ -43,7 +44,7 @@ class FilasMovidas : public testing::Test {
             leidas.push_back(std::get<qint64>(cursor.fila().Lee(definicion_->columnas[0])));
         return leidas;
     }
-    Tabla tabla() const { return {paginas_, definicion_, "T"}; }
+    Tabla tabla() const { return {paginas_, definicion_}; }
 
     std::shared_ptr<PaginasDePrueba> paginas_ = std::make_shared<PaginasDePrueba>();
     std::shared_ptr<Definicion> definicion_ = std::make_shared<Definicion>();

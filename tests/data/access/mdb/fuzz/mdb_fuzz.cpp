@@ -49,7 +49,8 @@ QByteArray FicheroDe(const std::uint8_t* datos, std::size_t cuantos)
         return {reinterpret_cast<const char*>(datos + 1), static_cast<qsizetype>(cuantos - 1)};
     QByteArray fichero = Ficheros()[elegido];
     for (std::size_t i = 1; i + TamParche <= cuantos; i += TamParche) {
-        const qsizetype sitio = (datos[i] << 16 | datos[i + 1] << 8 | datos[i + 2]) % fichero.size();
+        const qsizetype sitio =
+            (datos[i] << 16 | datos[i + 1] << 8 | datos[i + 2]) % fichero.size();
         fichero[sitio] = static_cast<char>(datos[i + 3]);
     }
     return fichero;

@@ -1,0 +1,218 @@
+#include "data/access/mdb/candado.h"
+#include "data/access/mdb/errores_mdb.h"
+#include "data/codificacion.h"
+#include <QFileInfo>
+#include <QSysInfo>
+#include <algorithm>
+#include <array>
+#include <thread>
+
+namespace tolmo::data::access::mdb {
+namespace {
+
+// Beyond the 2 GiB that a database may reach.
+constexpr qint64 ByteEscritor = qint64{1} << 31;
+constexpr qint64 ByteLectores = ByteEscritor + 1;
+// Held by whoever waits for the readers to leave, so that new ones don't keep it waiting for ever.
+constexpr qint64 ByteTurno = ByteEscritor + 2;
+
+constexpr qint64 PrimerUsuario = 0x10000001;
+constexpr qint64 Usuarios = 255;
+constexpr std::size_t TamEntrada = 64;
+constexpr std::size_t TamNombre = 32;
+
+constexpr auto PausaCorta = std::chrono::milliseconds(2);
+constexpr auto PausaLarga = std::chrono::milliseconds(50);
+
+/// A name of an entry, up to its first zero; what could upset a message becomes a blank.
+QString NombreDeEntrada(std::span<const quint8> bytes)
+{
+    const auto fin = std::find(bytes.begin(), bytes.end(), quint8{0});
+    QString nombre = DesdeWindows1252(QByteArray(reinterpret_cast<const char*>(bytes.data()),
+                                                 static_cast<qsizetype>(fin - bytes.begin())));
+    for (QChar& letra : nombre)
+        if (!letra.isPrint())
+            letra = u' ';
+    return nombre.simplified();
+}
+
+void PonNombre(std::span<quint8> hueco, const QString& nombre)
+{
+    // One byte less, for the zero at the end.
+    const QByteArray bytes = AWindows1252(nombre).left(static_cast<qsizetype>(hueco.size()) - 1);
+    std::copy(bytes.begin(), bytes.end(), hueco.begin());
+}
+
+} // namespace
+
+QString RutaLdb(const QString& ruta)
+{
+    const QFileInfo base(ruta);
+    const bool moderna = base.suffix().compare(QLatin1String("accdb"), Qt::CaseInsensitive) == 0;
+    return base.path() + u'/' + base.completeBaseName() +
+           (moderna ? QLatin1String(".laccdb") : QLatin1String(".ldb"));
+}
+
+Candado::Candado(Disco& disco, FicheroDeDisco& base, const QString& ruta,
+                 std::chrono::milliseconds espera)
+    : disco_(disco), base_(base), ruta_(ruta), espera_(espera), rutaLdb_(RutaLdb(ruta))
+{
+    // The management program may have made it in capitals, on a share that takes no notice of case.
+    const QString mayusculas = QFileInfo(rutaLdb_).path() + u'/' +
+                               QFileInfo(rutaLdb_).completeBaseName() + u'.' +
+                               QFileInfo(rutaLdb_).suffix().toUpper();
+    if (!disco_.Estado(rutaLdb_) && disco_.Estado(mayusculas))
+        rutaLdb_ = mayusculas;
+}
+
+Candado::~Candado()
+{
+    SaleDeEscribir();
+    SaleDeLeer();
+}
+
+bool Candado::Espera(const std::function<bool()>& intenta)
+{
+    const auto fin = std::chrono::steady_clock::now() + espera_;
+    auto pausa = PausaCorta;
+    while (!intenta()) {
+        if (std::chrono::steady_clock::now() >= fin)
+            return false;
+        std::this_thread::sleep_for(pausa);
+        pausa = std::min(pausa * 2, PausaLarga);
+    }
+    return true;
+}
+
+void Candado::Exige(const std::function<bool()>& intenta)
+{
+    if (!Espera(intenta))
+        throw ErrorMdb(Motivo::EnUso,
+                       QStringLiteral("Otra ventana o proceso de este programa tiene el fichero "
+                                      "ocupado: espere a que termine y repita la operación"),
+                       {.fichero = ruta_});
+}
+
+void Candado::EntraALeer()
+{
+    const auto intenta = [this] {
+        try {
+            // Whoever holds the turn is about to write; in a moment it is over.
+            if (!base_.Bloquea(ByteTurno, 1, Cerrojo::Compartido))
+                return false;
+            const bool dentro = base_.Bloquea(ByteLectores, 1, Cerrojo::Compartido);
+            base_.Desbloquea(ByteTurno, 1);
+            return dentro;
+        } catch (const ErrorMdb&) {
+            return true;
+        }
+    };
+    Exige(intenta);
+}
+
+void Candado::SaleDeLeer()
+{
+    base_.Desbloquea(ByteLectores, 1);
+}
+
+void Candado::EntraAEscribir()
+{
+    Exige([this] { return base_.Bloquea(ByteEscritor, 1, Cerrojo::Exclusivo); });
+}
+
+void Candado::EntraComoUsuario(int usuario)
+{
+    AbreLdb();
+    if (!ldb_->Bloquea(PrimerUsuario, Usuarios, Cerrojo::Exclusivo)) {
+        const QString quien =
+            QuienLoTiene(*ldb_, ldb_->BloqueoAjeno(PrimerUsuario, Usuarios).value_or(0));
+        ldb_.reset();
+        throw ErrorMdb(Motivo::EnUso,
+                       QStringLiteral("El fichero está abierto en otro programa") + quien +
+                           QStringLiteral(", y mientras tanto sólo se puede leer. Cierre ese "
+                                          "programa y repita la operación"),
+                       {.fichero = ruta_});
+    }
+    Anota(usuario);
+}
+
+void Candado::AbreLdb()
+{
+    // The last user of the management program may take the file away between the two steps.
+    Exige([this] {
+        const bool habia = disco_.Estado(rutaLdb_).has_value();
+        ldb_ = disco_.Crea(rutaLdb_, ruta_);
+        ldbNuestro_ = !habia;
+        const auto ahora = disco_.Estado(rutaLdb_);
+        return ahora && ahora->MismoFichero(ldb_->Estado());
+    });
+}
+
+QString Candado::QuienLoTiene(FicheroDeDisco& ldb, qint64 byte) const
+{
+    std::array<quint8, TamEntrada> entrada{};
+    const qint64 numero = byte - PrimerUsuario;
+    if (numero >= 0)
+        ldb.Lee(numero * static_cast<qint64>(TamEntrada), entrada);
+    const QString equipo = NombreDeEntrada(std::span(entrada).first(TamNombre));
+    const QString usuario = NombreDeEntrada(std::span(entrada).subspan(TamNombre));
+    QString quien;
+    if (!equipo.isEmpty())
+        quien += QStringLiteral(" (equipo ") + equipo;
+    if (!usuario.isEmpty())
+        quien += (quien.isEmpty() ? QStringLiteral(" (") : QStringLiteral(", ")) +
+                 QStringLiteral("usuario ") + usuario;
+    return quien.isEmpty() ? quien : quien + u')';
+}
+
+void Candado::Anota(int usuario)
+{
+    std::array<quint8, TamEntrada> entrada{};
+    PonNombre(std::span(entrada).first(TamNombre), QSysInfo::machineHostName());
+    PonNombre(std::span(entrada).subspan(TamNombre), QStringLiteral("Admin"));
+    try {
+        ldb_->Escribe((usuario - 1) * static_cast<qint64>(TamEntrada), entrada);
+    } catch (...) {
+        SaleDeUsuario();
+        throw;
+    }
+}
+
+void Candado::SaleDeUsuario()
+{
+    if (ldb_ == nullptr)
+        return;
+    // Taken away while all its bytes are still held: nobody else can be in it.
+    if (ldbNuestro_) {
+        try {
+            disco_.Borra(rutaLdb_);
+        } catch (const ErrorMdb&) {
+            // One that stays behind without locks means nothing to anybody.
+        }
+    }
+    ldb_.reset();
+}
+
+void Candado::CierraALectores()
+{
+    Exige([this] { return base_.Bloquea(ByteTurno, 1, Cerrojo::Exclusivo); });
+    lectoresFuera_ = true;
+    Exige([this] { return base_.Bloquea(ByteLectores, 1, Cerrojo::Exclusivo); });
+}
+
+void Candado::AbreALectores()
+{
+    if (!std::exchange(lectoresFuera_, false))
+        return;
+    base_.Desbloquea(ByteLectores, 1);
+    base_.Desbloquea(ByteTurno, 1);
+}
+
+void Candado::SaleDeEscribir()
+{
+    AbreALectores();
+    SaleDeUsuario();
+    base_.Desbloquea(ByteEscritor, 1);
+}
+
+} // namespace tolmo::data::access::mdb

@@ -1,0 +1,32 @@
+#pragma once
+#include "data/access/mdb/paginas.h"
+#include <QByteArray>
+#include <QString>
+#include <memory>
+#include <vector>
+
+namespace tolmo::data::access::mdb {
+
+/// A property of a table or of one of its columns, as Access keeps it beside the definition.
+struct Propiedad {
+    QString columna{}; ///< empty: of the table itself
+    QString nombre{};
+    quint8 tipo = 0;
+    QByteArray valor{};
+};
+
+namespace propiedad {
+inline const QString Obligatoria = QStringLiteral("Required");
+inline const QString Predeterminado = QStringLiteral("DefaultValue");
+} // namespace propiedad
+
+/// What an object's column LvProp holds; an empty one has no properties.
+/// \throws ErrorMdb when it isn't coherent
+std::vector<Propiedad> LeePropiedades(Bytes bytes);
+
+QByteArray EscribePropiedades(const std::vector<Propiedad>& propiedades);
+
+/// The properties of the table whose definition is on `pagina`.
+std::vector<Propiedad> PropiedadesDeTabla(const std::shared_ptr<Paginas>& paginas, quint32 pagina);
+
+} // namespace tolmo::data::access::mdb
