@@ -197,7 +197,12 @@ void Candado::CierraALectores()
 {
     Exige([this] { return base_.Bloquea(ByteTurno, 1, Cerrojo::Exclusivo); });
     lectoresFuera_ = true;
-    Exige([this] { return base_.Bloquea(ByteLectores, 1, Cerrojo::Exclusivo); });
+    try {
+        Exige([this] { return base_.Bloquea(ByteLectores, 1, Cerrojo::Exclusivo); });
+    } catch (...) {
+        AbreALectores();
+        throw;
+    }
 }
 
 void Candado::AbreALectores()

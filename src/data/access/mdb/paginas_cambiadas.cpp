@@ -160,8 +160,11 @@ void PaginasCambiadas::Aparta()
                 FallaAparte(*aparte_);
             imagen->guardada = true;
         }
-        imagen->bytes.reset();
     }
+    if (!aparte_->flush())
+        FallaAparte(*aparte_);
+    for (const auto& debil : enMemoria_)
+        debil.lock()->bytes.reset();
     enMemoria_.clear();
 }
 
