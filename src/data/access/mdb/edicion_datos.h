@@ -55,10 +55,7 @@ struct Sitio {
     std::size_t ranuras = 0;
     std::size_t vivas = 0; ///< slots that hold a row, or lead to one
 
-    bool Cabe(std::size_t largo) const
-    {
-        return ranuras < MasRanurasNuevas && libres >= largo + 2;
-    }
+    bool Cabe(std::size_t largo) const { return ranuras < MasRanurasNuevas && libres >= largo + 2; }
 };
 Sitio SitioDe(const PaginaDatos& pagina);
 

@@ -38,6 +38,14 @@ QString Campo(const Definicion& definicion, const Columna& columna)
     return definicion.nombre.isEmpty() ? columna.nombre : definicion.nombre + u'.' + columna.nombre;
 }
 
+void FaltaValor(const Definicion& definicion, const Columna& columna, const QString& indice)
+{
+    throw ErrorMdb(
+        Motivo::SinValor,
+        QStringLiteral("El campo %1 no puede quedar sin valor").arg(Campo(definicion, columna)),
+        {.indice = indice});
+}
+
 IndicesDeTabla::IndicesDeTabla(PaginasEscribibles& paginas, const Tabla& tabla)
     : paginas_(paginas), tabla_(tabla)
 {
@@ -90,13 +98,9 @@ ClaveDeFila IndicesDeTabla::ClaveCon(std::size_t indice, std::span<const Dato> s
 void IndicesDeTabla::CompruebaNulos(const Indice& indice, std::span<const Dato> suyos) const
 {
     for (std::size_t i = 0; indice.obligatorio && i < suyos.size(); ++i) {
-        if (!EsNulo(suyos[i]))
-            continue;
-        const Columna& columna = tabla_.definicion().columnas[indice.columnas[i]];
-        throw ErrorMdb(Motivo::SinValor,
-                       QStringLiteral("El campo %1 no puede quedar sin valor")
-                           .arg(Campo(tabla_.definicion(), columna)),
-                       {.indice = indice.nombre});
+        if (EsNulo(suyos[i]))
+            FaltaValor(tabla_.definicion(), tabla_.definicion().columnas[indice.columnas[i]],
+                       indice.nombre);
     }
 }
 
@@ -113,6 +117,11 @@ ClaveDeFila IndicesDeTabla::Clave(std::size_t indice, std::span<const Dato> valo
     return clave;
 }
 
+ClaveDeFila IndicesDeTabla::ClaveVieja(std::size_t indice, std::span<const Dato> valores) const
+{
+    return ClaveCon(indice, Suyos(indice, valores), Expansion::UnLugar);
+}
+
 QString IndicesDeTabla::Campos(const Indice& indice) const
 {
     QStringList campos;
@@ -125,7 +134,8 @@ bool IndicesDeTabla::Tiene(std::size_t indice, std::span<const Dato> deSusColumn
 {
     const auto tiene = [&](Expansion expansion) {
         const ClaveDeFila clave = ClaveCon(indice, deSusColumnas, expansion);
-        return clave.caso == ClaveDeFila::Caso::Entrada && indices_[indice].arbol.Tiene(clave.bytes);
+        return clave.caso == ClaveDeFila::Caso::Entrada &&
+               indices_[indice].arbol.Tiene(clave.bytes);
     };
     return tiene(Expansion::UnLugar) ||
            (std::any_of(deSusColumnas.begin(), deSusColumnas.end(), TieneDosClaves) &&

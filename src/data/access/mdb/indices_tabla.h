@@ -26,6 +26,10 @@ class IndicesDeTabla {
     /// a Null that the index doesn't take
     ClaveDeFila Clave(std::size_t indice, std::span<const Dato> valores) const;
 
+    /// The key of values that a row has already; it may have another in the index, where the engine
+    /// of Access 2000 counted a letter twice.
+    ClaveDeFila ClaveVieja(std::size_t indice, std::span<const Dato> valores) const;
+
     /// \throws ErrorMdb with Motivo::ClaveRepetida
     void CompruebaUnica(std::size_t indice, std::span<const Dato> valores);
 
@@ -58,6 +62,10 @@ class IndicesDeTabla {
     const Tabla& tabla_;
     std::vector<Indice> indices_{};
 };
+
+/// \throws ErrorMdb always, with Motivo::SinValor
+[[noreturn]] void FaltaValor(const Definicion& definicion, const Columna& columna,
+                             const QString& indice = {});
 
 /// A column as messages name it: "table.column".
 QString Campo(const Definicion& definicion, const Columna& columna);

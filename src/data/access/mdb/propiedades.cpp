@@ -69,7 +69,8 @@ void AnadeBloque(QByteArray& bytes, quint16 clase, const QByteArray& contenido)
 QByteArray Valor(const Propiedad& propiedad, const QStringList& nombres)
 {
     QByteArray bytes;
-    Anade(bytes, static_cast<quint16>(CabeceraValor + static_cast<std::size_t>(propiedad.valor.size())));
+    Anade(bytes,
+          static_cast<quint16>(CabeceraValor + static_cast<std::size_t>(propiedad.valor.size())));
     Anade(bytes, quint8{1});
     Anade(bytes, propiedad.tipo);
     Anade(bytes, static_cast<quint16>(nombres.indexOf(propiedad.nombre)));

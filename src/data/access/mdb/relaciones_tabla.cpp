@@ -61,8 +61,8 @@ bool RelacionesDeTabla::Toca(const Relacion& relacion, const std::vector<bool>& 
 }
 
 /// Nothing when a part is Null: such a row refers to none.
-std::optional<std::vector<Dato>>
-RelacionesDeTabla::ClaveDe(const Relacion& relacion, std::span<const Dato> valores) const
+std::optional<std::vector<Dato>> RelacionesDeTabla::ClaveDe(const Relacion& relacion,
+                                                            std::span<const Dato> valores) const
 {
     std::vector<Dato> clave;
     for (const std::size_t columna : indices_.Columnas(relacion.indice)) {
@@ -95,8 +95,9 @@ bool RelacionesDeTabla::EsElla(const Relacion& relacion, std::span<const Dato> v
         if (indice.numero != relacion.otroIndice || indice.real >= indices_.Cuantos())
             continue;
         const auto& columnas = indices_.Columnas(indice.real);
-        return std::equal(columnas.begin(), columnas.end(), clave.begin(), clave.end(),
-                          [&](std::size_t columna, const Dato& d) { return valores[columna] == d; });
+        return std::equal(
+            columnas.begin(), columnas.end(), clave.begin(), clave.end(),
+            [&](std::size_t columna, const Dato& d) { return valores[columna] == d; });
     }
     return false;
 }

@@ -31,7 +31,9 @@ class RelacionesDeTabla {
         quint32 otroIndice = 0; ///< logical, of the other table
     };
     struct Otra {
-        explicit Otra(PaginasEscribibles& paginas, const Tabla& tabla) : tabla(tabla), indices(paginas, this->tabla) {}
+        Otra(PaginasEscribibles& paginas, const Tabla& otra) : tabla(otra), indices(paginas, tabla)
+        {
+        }
         Tabla tabla;
         IndicesDeTabla indices;
     };
