@@ -124,7 +124,7 @@ std::optional<QByteArray> DeTexto(const QString& texto, const Columna& columna, 
     // Access 97 has tables of its own.
     if (reglas.version == Version::Jet3)
         return std::nullopt;
-    const auto clave = ClaveTexto(texto, columna.orden, reglas.expansion);
+    auto clave = ClaveTexto(texto, columna.orden, reglas.expansion);
     if (!clave || !descendente)
         return clave;
     return Complemento(*clave) + '\0';

@@ -96,7 +96,7 @@ Pagina FicheroPaginas::Lee(quint32 numero)
         usadas_.splice(usadas_.begin(), usadas_, hallada->second);
         return usadas_.front();
     }
-    const Pagina pagina = LeeDelDisco(numero);
+    Pagina pagina = LeeDelDisco(numero);
     Guarda(pagina);
     return pagina;
 }
