@@ -345,6 +345,19 @@ void QuitaDelMapa(PaginasEscribibles& paginas, Puntero mapa, quint32 pagina)
         Pon(paginas, BitDe(paginas, mapa, pagina).value(), false);
 }
 
+void VaciaMapa(PaginasEscribibles& paginas, Puntero mapa)
+{
+    const std::vector<quint32> suyas = PaginasEnUso(paginas, mapa);
+    for (const quint32 pagina : suyas)
+        SueltaPagina(paginas, pagina, mapa);
+    if (mapa.Nulo())
+        return;
+    for (const quint32 pagina : LeeMapa(paginas, mapa).deBits)
+        SueltaPagina(paginas, pagina, {});
+    const auto fila = CambiaFila(paginas, mapa);
+    std::fill(fila.begin(), fila.end(), quint8{0});
+}
+
 bool EstaEnElMapa(Paginas& paginas, Puntero mapa, quint32 pagina)
 {
     if (mapa.Nulo())

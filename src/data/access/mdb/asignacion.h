@@ -20,4 +20,8 @@ void AnadeAlMapa(PaginasEscribibles& paginas, Puntero mapa, quint32 pagina);
 void QuitaDelMapa(PaginasEscribibles& paginas, Puntero mapa, quint32 pagina);
 bool EstaEnElMapa(Paginas& paginas, Puntero mapa, quint32 pagina);
 
+/// Gives back all pages of a map, and the bitmap pages that it is made of. It is empty then, in the
+/// form that it has in a new table.
+void VaciaMapa(PaginasEscribibles& paginas, Puntero mapa);
+
 } // namespace tolmo::data::access::mdb

@@ -185,12 +185,17 @@ QString NombreDe(const Definicion& definicion, std::size_t indiceReal)
 
 } // namespace
 
+void CompruebaArbol(const Tabla& tabla, const IndiceReal& indice, QStringList& faltas)
+{
+    Arbol(tabla, indice, faltas).Comprueba();
+}
+
 EstadoIndice CompruebaIndice(const Tabla& tabla, std::size_t indiceReal, quint64 filas)
 {
     const IndiceReal& indice = tabla.definicion().indicesReales[indiceReal];
     EstadoIndice estado{.nombre = NombreDe(tabla.definicion(), indiceReal)};
     try {
-        Arbol(tabla, indice, estado.faltas).Comprueba();
+        CompruebaArbol(tabla, indice, estado.faltas);
         CompruebaEntradas(tabla, indice, estado);
     } catch (const ErrorMdb& error) {
         AnadeFalta(estado.faltas, error.Descripcion());

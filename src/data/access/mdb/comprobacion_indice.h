@@ -9,4 +9,7 @@ namespace tolmo::data::access::mdb {
 /// As no two entries are alike, each fits its row, and there are as many as rows, none is missing.
 EstadoIndice CompruebaIndice(const Tabla& tabla, std::size_t indiceReal, quint64 filas);
 
+/// Checks the tree alone.
+void CompruebaArbol(const Tabla& tabla, const IndiceReal& indice, QStringList& faltas);
+
 } // namespace tolmo::data::access::mdb

@@ -6,13 +6,9 @@ namespace tolmo::data::access::mdb {
 
 PaginaIndice LeePaginaIndice(const Tabla& tabla, quint32 numero)
 {
-    return EnLugar([&] { return tabla.En(numero); },
-                   [&] {
-                       PaginaIndice pagina(tabla.paginas().Lee(numero), tabla.paginas().formato());
-                       if (pagina.Tabla() != tabla.definicion().pagina)
-                           Danado(QStringLiteral("La página es del índice de otra tabla"));
-                       return pagina;
-                   });
+    return EnLugar(
+        [&] { return tabla.En(numero); },
+        [&] { return LeePaginaIndice(tabla.paginas(), tabla.definicion().pagina, numero); });
 }
 
 RecorridoIndice::RecorridoIndice(const Tabla& tabla, const IndiceReal& indice)

@@ -1,0 +1,140 @@
+#include "data/access/mdb/arbol_de_prueba.h"
+#include <algorithm>
+#include <random>
+#include <set>
+
+using namespace tolmo::data::access::mdb;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr int Pasos = 20'000;
+constexpr int CadaTantos = 500;
+
+/// A number below `limite`.
+quint32 Azar(std::mt19937& azar, quint32 limite)
+{
+    return static_cast<quint32>(azar() % limite);
+}
+
+QByteArray Largo(quint32 valor)
+{
+    QByteArray clave("\x7F", 1);
+    QByteArray bytes(4, '\0');
+    qToBigEndian(valor ^ 0x80000000U, bytes.data());
+    return clave + bytes;
+}
+
+/// Does the same to a tree and to a set, and compares them.
+class Espejo {
+  public:
+    void Inserta(const QByteArray& clave, Puntero fila)
+    {
+        if (!espejo_.insert(Entrada(clave, fila)).second)
+            return;
+        vivas_.emplace_back(clave, fila);
+        arbol_.Inserta(clave, fila);
+    }
+
+    void Borra(std::size_t cual)
+    {
+        std::swap(vivas_[cual], vivas_.back());
+        const auto [clave, fila] = vivas_.back();
+        vivas_.pop_back();
+        espejo_.erase(Entrada(clave, fila));
+        EXPECT_TRUE(arbol_.Borra(clave, fila));
+        EXPECT_FALSE(arbol_.Borra(clave, fila));
+    }
+
+    std::size_t Vivas() const { return vivas_.size(); }
+    const ArbolDePrueba& prueba() const { return prueba_; }
+
+    void Compara()
+    {
+        ASSERT_THAT(prueba_.Faltas(), IsEmpty());
+        ASSERT_TRUE(std::ranges::equal(prueba_.Entradas(), espejo_));
+        RecorridoIndice recorrido(prueba_.LaTabla(), prueba_.indice());
+        for (const QByteArray& entrada : espejo_) {
+            const auto* bytes = reinterpret_cast<const quint8*>(entrada.data());
+            const std::span buscada(bytes, static_cast<std::size_t>(entrada.size()));
+            recorrido.Busca(buscada);
+            ASSERT_TRUE(recorrido.Siguiente());
+            ASSERT_TRUE(Iguales(recorrido.entrada().ClaveYFila(), buscada));
+            ASSERT_TRUE(arbol_.Tiene(entrada.chopped(4)));
+        }
+    }
+
+  private:
+    static QByteArray Entrada(const QByteArray& clave, Puntero fila)
+    {
+        QByteArray bytes(4, '\0');
+        qToBigEndian(fila.Numero(), bytes.data());
+        return clave + bytes;
+    }
+
+    ArbolDePrueba prueba_{};
+    ArbolIndice arbol_ = prueba_.Arbol();
+    std::set<QByteArray> espejo_{};
+    std::vector<std::pair<QByteArray, Puntero>> vivas_{};
+};
+
+Puntero FilaAlAzar(std::mt19937& azar)
+{
+    return {.pagina = 6 + Azar(azar, 5000), .fila = static_cast<quint8>(Azar(azar, 250))};
+}
+
+/// Grows and shrinks a tree by turns. `claveAlAzar` makes the keys.
+template <typename DaClave> void Alterna(quint32 semilla, DaClave&& claveAlAzar)
+{
+    std::mt19937 azar(semilla);
+    Espejo espejo;
+    for (int paso = 1; paso <= Pasos; ++paso) {
+        const bool crece = paso / (Pasos / 4) % 2 == 0;
+        const bool inserta = Azar(azar, 10) < (crece ? 8U : 3U);
+        if (inserta || espejo.Vivas() == 0)
+            espejo.Inserta(claveAlAzar(azar), FilaAlAzar(azar));
+        else
+            espejo.Borra(azar() % espejo.Vivas());
+        if (paso % CadaTantos == 0) {
+            ASSERT_NO_FATAL_FAILURE(espejo.Compara()) << "step " << paso;
+        }
+    }
+    while (espejo.Vivas() > 0)
+        espejo.Borra(azar() % espejo.Vivas());
+    espejo.Compara();
+    EXPECT_EQ(espejo.prueba().Niveles(), 1);
+    EXPECT_EQ(PaginasEnUso(espejo.prueba().paginas(), ArbolDePrueba::MapaDelIndice),
+              std::vector<quint32>{ArbolDePrueba::Raiz});
+}
+
+TEST(ArbolAlAzar, ClavesCortasDistintas)
+{
+    Alterna(1, [](std::mt19937& azar) { return Largo(static_cast<quint32>(azar())); });
+}
+
+TEST(ArbolAlAzar, ClavesMuyRepetidas)
+{
+    Alterna(2, [](std::mt19937& azar) { return Largo(Azar(azar, 20)); });
+}
+
+TEST(ArbolAlAzar, ClavesLargasDeLargosDistintos)
+{
+    Alterna(3, [](std::mt19937& azar) {
+        // A front part that many share, then what tells them apart; 689 bytes at most.
+        QByteArray clave("\x7F", 1);
+        clave += QByteArray(static_cast<qsizetype>(Azar(azar, 500)),
+                            static_cast<char>('a' + Azar(azar, 3)));
+        for (quint32 i = Azar(azar, 188); i > 0; --i)
+            clave += static_cast<char>(Azar(azar, 256));
+        return clave;
+    });
+}
+
+TEST(ArbolAlAzar, ClavesQueUnasSonPrincipioDeOtras)
+{
+    Alterna(4, [](std::mt19937& azar) {
+        return QByteArray(static_cast<qsizetype>(Azar(azar, 40)), static_cast<char>(Azar(azar, 2)));
+    });
+}
+
+} // namespace
