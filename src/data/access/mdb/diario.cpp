@@ -263,7 +263,12 @@ Recuperacion Diario::Recupera(FicheroDeDisco& base)
 void Diario::Borra()
 {
     disco_.Borra(ruta_);
-    disco_.SincronizaCarpetaDe(ruta_);
+    try {
+        disco_.SincronizaCarpetaDe(ruta_);
+    } catch (const ErrorMdb&) {
+        // It is gone for everybody. At worst a power failure brings it back, and the commit is
+        // taken back whole.
+    }
 }
 
 } // namespace tolmo::data::access::mdb

@@ -1,0 +1,353 @@
+#include "data/access/mdb/base_de_transaccion.h"
+#include "data/access/mdb/candado.h"
+#include "data/access/mdb/errores_mdb.h"
+#include "data/access/mdb/otro_proceso.h"
+#include <QSysInfo>
+#include <chrono>
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <random>
+#include <thread>
+
+using namespace tolmo::data::access::mdb;
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+constexpr quint32 Una = 40;
+constexpr quint32 Otra = 60;
+
+/// Locks a byte as a file server does for a program on another machine.
+int BloqueaComoUnServidor(const QString& ldb, off_t byte)
+{
+    const int descriptor = ::open(ldb.toLocal8Bit().constData(), O_RDWR);
+    struct flock tramo {};
+    tramo.l_type = F_WRLCK;
+    tramo.l_whence = SEEK_SET;
+    tramo.l_start = byte;
+    tramo.l_len = 1;
+    return ::fcntl(descriptor, F_SETLK, &tramo);
+}
+
+QByteArray Entrada(const QByteArray& equipo, const QByteArray& usuario)
+{
+    return equipo.leftJustified(32, '\0') + usuario.leftJustified(32, '\0');
+}
+
+class FicheroDeBloqueo : public testing::Test {
+  protected:
+    /// What a refused start of a transaction says.
+    std::string Negativa()
+    {
+        try {
+            paginas_.Empieza();
+        } catch (const ErrorMdb& error) {
+            EXPECT_EQ(error.motivo(), Motivo::EnUso);
+            return error.Descripcion().toStdString();
+        }
+        ADD_FAILURE() << "it may be written";
+        return {};
+    }
+
+    BaseDeTransaccion base_{};
+    QString ldb_ = base_.carpeta.Ruta("prueba.ldb");
+    TransaccionPaginas paginas_{base_.ruta, {.espera = 0ms}};
+};
+
+TEST_F(FicheroDeBloqueo, SeDiceQuienTieneElFicheroAbiertoYSeSigueLeyendo)
+{
+    base_.carpeta.Escribe("prueba.ldb", Entrada("VIEJO", "Admin") + Entrada("CAJA2", "Pepe"));
+    OtroProceso gestion([&](const auto& avisa, const auto& espera) {
+        if (BloqueaComoUnServidor(ldb_, 0x10000002) != 0)
+            throw std::runtime_error("no lock");
+        avisa();
+        espera();
+    });
+    gestion.EsperaSuAviso();
+
+    const std::string negativa = Negativa();
+
+    EXPECT_THAT(negativa, HasSubstr("está abierto en otro programa (equipo CAJA2, usuario Pepe)"));
+    EXPECT_THAT(negativa, HasSubstr("Cierre ese programa y repita la operación"));
+    EXPECT_THAT(negativa, HasSubstr("prueba.mdb"));
+    {
+        LecturaDePaginas lectura(paginas_);
+        EXPECT_EQ(paginas_.Lee(Una).numero, Una);
+    }
+
+    gestion.Avisa();
+    EXPECT_EQ(gestion.Recoge(), 0);
+    paginas_.Empieza();
+    Rellena(paginas_, Una, 0x77);
+    paginas_.Confirma();
+    EXPECT_EQ(base_.Bytes()[Una * 4096 + 100], '\x77');
+}
+
+TEST_F(FicheroDeBloqueo, CualquieraDeLosDoscientosCincuentaYCincoBytesCuenta)
+{
+    base_.carpeta.Escribe("prueba.ldb", {});
+    for (const qint64 byte : {0x10000001, 0x10000080, 0x100000FF}) {
+        SCOPED_TRACE(byte);
+        const auto otro = DiscoDelSistema().Abre(ldb_, Uso::LeerYEscribir);
+        ASSERT_TRUE(otro->Bloquea(byte, 1, Cerrojo::Exclusivo));
+
+        EXPECT_THAT(Negativa(), HasSubstr("abierto en otro programa, y mientras tanto"));
+    }
+    for (const qint64 byte : {0x10000000, 0x10000100, 0x20000001}) {
+        SCOPED_TRACE(byte);
+        const auto otro = DiscoDelSistema().Abre(ldb_, Uso::LeerYEscribir);
+        ASSERT_TRUE(otro->Bloquea(byte, 1, Cerrojo::Exclusivo));
+
+        paginas_.Empieza();
+        paginas_.Deshace();
+    }
+}
+
+TEST_F(FicheroDeBloqueo, LosNombresSeLimpianDeLoQueNoSeImprime)
+{
+    base_.carpeta.Escribe("prueba.ldb", Entrada("CA\x1b[2J\r\nJA", "Jos\xe9"));
+    const auto otro = DiscoDelSistema().Abre(ldb_, Uso::LeerYEscribir);
+    ASSERT_TRUE(otro->Bloquea(0x10000001, 1, Cerrojo::Exclusivo));
+
+    EXPECT_THAT(Negativa(), HasSubstr("(equipo CA [2J JA, usuario José)"));
+}
+
+TEST_F(FicheroDeBloqueo, UnoViejoSinBloqueosNoSignificaNadaYNoSeBorra)
+{
+    base_.carpeta.Escribe("prueba.ldb", Entrada("CAJA1", "Admin") + Entrada("CAJA2", "Admin"));
+
+    paginas_.Empieza();
+    Rellena(paginas_, Una, 0x77);
+    paginas_.Confirma();
+
+    EXPECT_EQ(base_.Bytes()[Una * 4096 + 100], '\x77');
+    EXPECT_EQ(base_.carpeta.Lee("prueba.ldb").size(), 128);
+    EXPECT_EQ(base_.carpeta.Lee("prueba.ldb").mid(64), Entrada("CAJA2", "Admin"));
+}
+
+TEST_F(FicheroDeBloqueo, MientrasSeEscribeSeVeUnUsuarioYNoEntraOtro)
+{
+    paginas_.Empieza();
+
+    const QByteArray entrada = base_.carpeta.Lee("prueba.ldb");
+    ASSERT_EQ(entrada.size(), 64);
+    EXPECT_EQ(entrada.left(entrada.indexOf('\0')), QSysInfo::machineHostName().toLatin1().left(31));
+    EXPECT_EQ(entrada.mid(32), QByteArray("Admin").leftJustified(32, '\0'));
+    const auto otro = DiscoDelSistema().Abre(ldb_, Uso::LeerYEscribir);
+    EXPECT_FALSE(otro->Bloquea(0x10000001, 1, Cerrojo::Exclusivo));
+    EXPECT_FALSE(otro->Bloquea(0x10000002, 1, Cerrojo::Exclusivo));
+    EXPECT_FALSE(otro->Bloquea(0x100000FF, 1, Cerrojo::Exclusivo));
+
+    paginas_.Deshace();
+
+    EXPECT_TRUE(otro->Bloquea(0x10000001, 255, Cerrojo::Exclusivo));
+    EXPECT_FALSE(base_.carpeta.Existe("prueba.ldb"));
+}
+
+TEST_F(FicheroDeBloqueo, ElUsuarioEsElPrimeroCuyaMarcaEstaSana)
+{
+    QByteArray bytes = base_.Bytes();
+    bytes.replace(0xE02, 4, QByteArray::fromHex("00000100"));
+    base_.carpeta.Escribe("prueba.mdb", bytes);
+
+    paginas_.Empieza();
+    EXPECT_EQ(base_.carpeta.Lee("prueba.ldb").mid(2 * 64 + 32, 5), "Admin");
+    Rellena(paginas_, Una, 0x77);
+    paginas_.Confirma();
+
+    // That of user 3 was 0100; those in trouble stay as a warning.
+    EXPECT_EQ(base_.Bytes().mid(0xE02, 6), QByteArray::fromHex("000001000101"));
+}
+
+TEST(NombreDeBloqueo, EsElDeLaBaseConOtraTerminacion)
+{
+    EXPECT_EQ(RutaLdb("/datos/BD000001.mdb"), "/datos/BD000001.ldb");
+    EXPECT_EQ(RutaLdb("/datos/BD.2024.MDB"), "/datos/BD.2024.ldb");
+    EXPECT_EQ(RutaLdb("/datos/gestion.accdb"), "/datos/gestion.laccdb");
+}
+
+TEST(NombreDeBloqueo, UnoEnMayusculasTambienEsElSuyo)
+{
+    BaseDeTransaccion base;
+    base.carpeta.Escribe("prueba.LDB", Entrada("CAJA1", "Admin"));
+    TransaccionPaginas paginas(base.ruta, {.espera = 0ms});
+    const auto otro = DiscoDelSistema().Abre(base.carpeta.Ruta("prueba.LDB"), Uso::LeerYEscribir);
+    ASSERT_TRUE(otro->Bloquea(0x10000001, 1, Cerrojo::Exclusivo));
+
+    EXPECT_THROW(paginas.Empieza(), ErrorMdb);
+}
+
+TEST(DosProcesos, ElSegundoQueEscribeEsperaYDesisteConUnMensaje)
+{
+    BaseDeTransaccion base;
+    OtroProceso primero([&](const auto& avisa, const auto& espera) {
+        TransaccionPaginas suyas(base.ruta);
+        suyas.Empieza();
+        avisa();
+        espera();
+        Rellena(suyas, Una, 0x11);
+        suyas.Confirma();
+    });
+    primero.EsperaSuAviso();
+    TransaccionPaginas impaciente(base.ruta, {.espera = 50ms});
+
+    const auto antes = std::chrono::steady_clock::now();
+    try {
+        impaciente.Empieza();
+        FAIL() << "two write at once";
+    } catch (const ErrorMdb& error) {
+        EXPECT_EQ(error.motivo(), Motivo::EnUso);
+        EXPECT_THAT(error.Descripcion().toStdString(),
+                    HasSubstr("Otra ventana o proceso de este programa"));
+        // The entry of the lock file is one's own program, and no reason to close another one.
+        EXPECT_THAT(error.Descripcion().toStdString(), Not(HasSubstr("equipo")));
+    }
+    EXPECT_GE(std::chrono::steady_clock::now() - antes, 50ms);
+    {
+        LecturaDePaginas lectura(impaciente);
+        EXPECT_NE(RellenoDe(impaciente, Una), 0x11);
+    }
+
+    primero.Avisa();
+    TransaccionPaginas paciente(base.ruta);
+    paciente.Empieza();
+    EXPECT_EQ(RellenoDe(paciente, Una), 0x11);
+    paciente.Deshace();
+    EXPECT_EQ(primero.Recoge(), 0);
+}
+
+TEST(DosProcesos, QuienLeeHaceEsperarALaEscrituraDePaginas)
+{
+    BaseDeTransaccion base;
+    TransaccionPaginas lector(base.ruta);
+    TransaccionPaginas escritor(base.ruta, {.espera = 20ms});
+    escritor.Empieza();
+    Rellena(escritor, Una, 0x77);
+    {
+        LecturaDePaginas lectura(lector);
+        EXPECT_THROW(escritor.Confirma(), ErrorMdb);
+        EXPECT_NE(RellenoDe(lector, Una), 0x77);
+        EXPECT_NE(base.Bytes()[Una * 4096 + 100], '\x77');
+    }
+
+    escritor.Confirma();
+
+    LecturaDePaginas lectura(lector);
+    EXPECT_TRUE(lectura.Cambiadas());
+    EXPECT_EQ(RellenoDe(lector, Una), 0x77);
+}
+
+TEST(DosProcesos, QuienLeeYLuegoEscribeNoSeQuedaEsperandoASiMismo)
+{
+    BaseDeTransaccion base;
+    TransaccionPaginas una(base.ruta, {.espera = 0ms});
+    TransaccionPaginas otra(base.ruta, {.espera = 0ms});
+    LecturaDePaginas lectura(una);
+    una.Empieza();
+    Rellena(una, Una, 0x77);
+    una.Confirma();
+
+    // It reads on, so that the other one can't write.
+    otra.Empieza();
+    Rellena(otra, Una, 0x78);
+    EXPECT_THROW(otra.Confirma(), ErrorMdb);
+    EXPECT_EQ(RellenoDe(una, Una), 0x77);
+}
+
+TEST(DosProcesos, UnCambioAjenoDuranteLaTransaccionNoSePisa)
+{
+    BaseDeTransaccion base;
+    TransaccionPaginas paginas(base.ruta);
+    paginas.Empieza();
+    Rellena(paginas, Una, 0x77);
+    QByteArray bytes = base.Bytes();
+    bytes[0xE00] = static_cast<char>(bytes[0xE00] + 1);
+    base.carpeta.Escribe("prueba.mdb", bytes);
+
+    try {
+        paginas.Confirma();
+        FAIL() << "it was written over another's change";
+    } catch (const ErrorMdb& error) {
+        EXPECT_EQ(error.motivo(), Motivo::EnUso);
+    }
+    EXPECT_EQ(base.Bytes(), bytes);
+}
+
+/// Counts both pages on together, as a row and its index entry change together.
+void CuentaEnDosPaginas(TransaccionPaginas& paginas)
+{
+    paginas.Empieza();
+    const auto siguiente = static_cast<quint8>(RellenoDe(paginas, Una) + 1);
+    Rellena(paginas, Una, siguiente);
+    Rellena(paginas, Otra, siguiente);
+    paginas.Confirma();
+}
+
+void PonACero(const BaseDeTransaccion& base)
+{
+    TransaccionPaginas paginas(base.ruta);
+    paginas.Empieza();
+    Rellena(paginas, Una, 0);
+    Rellena(paginas, Otra, 0);
+    paginas.Confirma();
+}
+
+TEST(DosProcesos, SeTurnanYNingunaLecturaVeMedioCambio)
+{
+    constexpr int Veces = 40;
+    BaseDeTransaccion base;
+    PonACero(base);
+    const auto escribe = [&](const auto& avisa, const auto&) {
+        TransaccionPaginas suyas(base.ruta);
+        for (int i = 0; i < Veces; ++i)
+            CuentaEnDosPaginas(suyas);
+        avisa();
+    };
+    OtroProceso uno(escribe);
+    OtroProceso otro(escribe);
+    TransaccionPaginas lector(base.ruta);
+
+    int distintas = 0;
+    int lecturas = 0;
+    for (quint8 cuenta = 0; cuenta < 2 * Veces; ++lecturas) {
+        LecturaDePaginas lectura(lector);
+        cuenta = RellenoDe(lector, Una);
+        distintas += RellenoDe(lector, Otra) != cuenta;
+    }
+
+    EXPECT_EQ(uno.Recoge(), 0);
+    EXPECT_EQ(otro.Recoge(), 0);
+    EXPECT_EQ(distintas, 0);
+    EXPECT_GT(lecturas, 2 * Veces);
+}
+
+TEST(DosProcesos, UnoQueMuereEnMedioNoDejaNadaAMedias)
+{
+    BaseDeTransaccion base;
+    PonACero(base);
+    TransaccionPaginas lector(base.ruta);
+    std::mt19937 azar(7);
+    quint8 ultima = 0;
+    for (int vez = 0; vez < 25; ++vez) {
+        OtroProceso escritor([&](const auto& avisa, const auto&) {
+            TransaccionPaginas suyas(base.ruta);
+            avisa();
+            for (;;)
+                CuentaEnDosPaginas(suyas);
+        });
+        escritor.EsperaSuAviso();
+        std::this_thread::sleep_for(std::chrono::microseconds(azar() % 40000));
+        escritor.Mata();
+
+        LecturaDePaginas lectura(lector);
+        const quint8 cuenta = RellenoDe(lector, Una);
+        ASSERT_EQ(RellenoDe(lector, Otra), cuenta);
+        ASSERT_FALSE(base.carpeta.Existe("prueba.mdb.diario"));
+        ASSERT_LT(static_cast<quint8>(cuenta - ultima), 100) << "a commit was lost";
+        ultima = cuenta;
+    }
+}
+
+} // namespace

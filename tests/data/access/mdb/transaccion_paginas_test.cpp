@@ -1,0 +1,364 @@
+#include "data/access/mdb/base_de_transaccion.h"
+#include "data/access/mdb/disco_de_prueba.h"
+#include "data/access/mdb/errores_mdb.h"
+#include "data/access/mdb/transaccion_paginas.h"
+#include <chrono>
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+using namespace tolmo::data::access::mdb;
+using testing::HasSubstr;
+
+namespace {
+
+constexpr quint32 Paginas2003 = 75; // 307200 bytes
+constexpr quint32 Una = 40;
+constexpr quint32 Otra = 41;
+constexpr auto UnPasoDelReloj = std::chrono::milliseconds(25);
+
+class TransaccionDePaginas : public testing::Test {
+  protected:
+    BaseDeTransaccion base_{};
+    TransaccionPaginas paginas_{base_.ruta, {.espera = std::chrono::milliseconds(0)}};
+};
+
+TEST_F(TransaccionDePaginas, UnCambioSeVeEnElActoYNadieMasLoVeHastaQueSeConfirma)
+{
+    TransaccionPaginas otra(base_.ruta);
+    paginas_.Empieza();
+
+    Rellena(paginas_, Una, 0x77);
+
+    EXPECT_EQ(RellenoDe(paginas_, Una), 0x77);
+    EXPECT_EQ(base_.Bytes(), BytesDeMuestra("2003-indices.mdb"));
+
+    paginas_.Confirma();
+
+    EXPECT_EQ(RellenoDe(paginas_, Una), 0x77);
+    LecturaDePaginas lectura(otra);
+    EXPECT_TRUE(lectura.Cambiadas());
+    EXPECT_EQ(RellenoDe(otra, Una), 0x77);
+}
+
+TEST_F(TransaccionDePaginas, UnaPaginaLeidaAntesGuardaSusBytes)
+{
+    paginas_.Empieza();
+    const Pagina antes = paginas_.Lee(Una);
+    const quint8 original = antes.bytes.U8(100);
+
+    Rellena(paginas_, Una, 0x11);
+    const Pagina entre = paginas_.Lee(Una);
+    Rellena(paginas_, Una, 0x22);
+
+    EXPECT_EQ(antes.bytes.U8(100), original);
+    EXPECT_EQ(entre.bytes.U8(100), 0x11);
+    EXPECT_EQ(RellenoDe(paginas_, Una), 0x22);
+}
+
+TEST_F(TransaccionDePaginas, DeshacerDejaElFicheroComoEstaba)
+{
+    paginas_.Empieza();
+    Rellena(paginas_, Una, 0x77);
+    paginas_.Alarga();
+
+    paginas_.Deshace();
+
+    EXPECT_NE(RellenoDe(paginas_, Una), 0x77);
+    EXPECT_EQ(paginas_.Cuantas(), Paginas2003);
+    EXPECT_EQ(base_.Bytes(), BytesDeMuestra("2003-indices.mdb"));
+}
+
+TEST_F(TransaccionDePaginas, SoloCambianLasPaginasTocadasYLaMarcaDelUsuario)
+{
+    QByteArray esperado = BytesDeMuestra("2003-indices.mdb");
+    esperado.replace(Una * 4096 + 8, 4088, QByteArray(4088, '\x77'));
+    esperado.append(QByteArray(4096, '\0'));
+    // The mark of user 1 was FD 01.
+    ASSERT_EQ(esperado.mid(0xE02, 2), QByteArray::fromHex("fd01"));
+    esperado.replace(0xE02, 2, QByteArray::fromHex("fe01"));
+    paginas_.Empieza();
+
+    Rellena(paginas_, Una, 0x77);
+    EXPECT_EQ(paginas_.Alarga(), Paginas2003);
+    paginas_.Confirma();
+
+    EXPECT_EQ(paginas_.Cuantas(), Paginas2003 + 1);
+    EXPECT_EQ(base_.Bytes(), esperado);
+    EXPECT_FALSE(base_.carpeta.Existe("prueba.ldb"));
+    EXPECT_FALSE(base_.carpeta.Existe("prueba.mdb.diario"));
+}
+
+TEST_F(TransaccionDePaginas, ConfirmarSinCambiosNoEscribeNada)
+{
+    paginas_.Empieza();
+
+    paginas_.Confirma();
+
+    EXPECT_EQ(base_.Bytes(), BytesDeMuestra("2003-indices.mdb"));
+    EXPECT_FALSE(paginas_.Abierta());
+}
+
+TEST_F(TransaccionDePaginas, LaPrimeraPaginaNoSeCambiaNiSeCambiaFueraDeUnaTransaccion)
+{
+    EXPECT_THROW(paginas_.Cambia(Una), std::logic_error);
+    EXPECT_THROW(paginas_.Alarga(), std::logic_error);
+    paginas_.Empieza();
+    EXPECT_THROW(paginas_.Cambia(0), std::logic_error);
+    EXPECT_THROW(paginas_.Cambia(Paginas2003), ErrorMdb);
+}
+
+TEST_F(TransaccionDePaginas, UnaMarcaDevuelveLasPaginasYElLargo)
+{
+    paginas_.Empieza();
+    Rellena(paginas_, Una, 0x11);
+    const std::size_t marca = paginas_.Marca();
+    Rellena(paginas_, Una, 0x22);
+    Rellena(paginas_, Otra, 0x22);
+    const quint32 nueva = paginas_.Alarga();
+    Rellena(paginas_, nueva, 0x22);
+
+    paginas_.VuelveA(marca);
+
+    EXPECT_EQ(RellenoDe(paginas_, Una), 0x11);
+    EXPECT_NE(RellenoDe(paginas_, Otra), 0x22);
+    EXPECT_EQ(paginas_.Cuantas(), Paginas2003);
+    EXPECT_EQ(paginas_.Alarga(), nueva);
+    EXPECT_EQ(RellenoDe(paginas_, nueva), 0x00);
+
+    paginas_.VuelveA(marca);
+    EXPECT_EQ(paginas_.Cuantas(), Paginas2003);
+    paginas_.Confirma();
+    EXPECT_EQ(base_.Bytes().size(), 307200);
+}
+
+TEST_F(TransaccionDePaginas, LasMarcasSeAnidan)
+{
+    paginas_.Empieza();
+    const std::size_t fuera = paginas_.Marca();
+    Rellena(paginas_, Una, 0x11);
+    const std::size_t dentro = paginas_.Marca();
+    Rellena(paginas_, Una, 0x22);
+    Rellena(paginas_, Otra, 0x22);
+
+    paginas_.Suelta(dentro);
+    EXPECT_EQ(RellenoDe(paginas_, Una), 0x22);
+
+    const std::size_t denuevo = paginas_.Marca();
+    Rellena(paginas_, Una, 0x33);
+    paginas_.VuelveA(denuevo);
+    EXPECT_EQ(RellenoDe(paginas_, Una), 0x22);
+
+    paginas_.VuelveA(fuera);
+    EXPECT_NE(RellenoDe(paginas_, Una), 0x11);
+    EXPECT_NE(RellenoDe(paginas_, Una), 0x22);
+    EXPECT_NE(RellenoDe(paginas_, Otra), 0x22);
+    EXPECT_THROW(paginas_.VuelveA(denuevo), std::logic_error);
+}
+
+TEST(TransaccionGrande, LosCambiosQueNoCabenEnMemoriaSeConfirmanYSeDeshacenIgual)
+{
+    BaseDeTransaccion base;
+    TransaccionPaginas paginas(base.ruta, {.cambios = 8 * 4096});
+    constexpr quint32 Nuevas = 100;
+    const auto byteDe = [](quint32 numero) { return static_cast<quint8>(numero * 7 + 1); };
+    paginas.Empieza();
+    for (quint32 numero = 10; numero < Paginas2003; ++numero)
+        Rellena(paginas, numero, byteDe(numero));
+    const std::size_t marca = paginas.Marca();
+    for (quint32 numero = 10; numero < Paginas2003; ++numero)
+        Rellena(paginas, numero, 0xEE);
+    for (quint32 i = 0; i < Nuevas; ++i)
+        Rellena(paginas, paginas.Alarga(), 0xEE);
+    paginas.VuelveA(marca);
+    for (quint32 i = 0; i < Nuevas; ++i) {
+        const quint32 nueva = paginas.Alarga();
+        Rellena(paginas, nueva, byteDe(nueva));
+    }
+    // Read out of order, so that pages come back from the temporary file.
+    for (quint32 numero = Paginas2003 + Nuevas; numero-- > 10;)
+        ASSERT_EQ(RellenoDe(paginas, numero), byteDe(numero)) << numero;
+
+    paginas.Confirma();
+
+    ASSERT_EQ(base.Bytes().size(), (Paginas2003 + Nuevas) * 4096);
+    TransaccionPaginas despues(base.ruta);
+    for (quint32 numero = 10; numero < Paginas2003 + Nuevas; ++numero) {
+        ASSERT_EQ(RellenoDe(paginas, numero), byteDe(numero)) << numero;
+        ASSERT_EQ(RellenoDe(despues, numero), byteDe(numero)) << numero;
+    }
+}
+
+TEST(TransaccionGrande, ElFicheroNoPasaDeDosGigas)
+{
+    BaseDeTransaccion base;
+    ASSERT_EQ(::truncate(base.ruta.toLocal8Bit().constData(), 0x80000000LL - 4096), 0);
+    TransaccionPaginas paginas(base.ruta);
+    paginas.Empieza();
+
+    EXPECT_EQ(paginas.Alarga(), 524287U);
+    try {
+        paginas.Alarga();
+        FAIL() << "it grew";
+    } catch (const ErrorMdb& error) {
+        EXPECT_EQ(error.motivo(), Motivo::Lleno);
+        EXPECT_THAT(error.Descripcion().toStdString(), HasSubstr("prueba.mdb"));
+    }
+}
+
+TEST_F(TransaccionDePaginas, UnFicheroDeAccess97SoloSeLee)
+{
+    BaseDeTransaccion base("97-types.mdb");
+    TransaccionPaginas paginas(base.ruta);
+
+    EXPECT_EQ(paginas.formato().tamPagina, 2048U);
+    try {
+        paginas.Empieza();
+        FAIL() << "it may be written";
+    } catch (const ErrorMdb& error) {
+        EXPECT_EQ(error.motivo(), Motivo::NoAdmitido);
+    }
+}
+
+TEST_F(TransaccionDePaginas, SinPermisoSeLeeYNoSeEscribe)
+{
+    DiscoDePrueba disco;
+    disco.soloLectura = true;
+    TransaccionPaginas paginas(base_.ruta, {.disco = &disco});
+
+    {
+        LecturaDePaginas lectura(paginas);
+        EXPECT_EQ(paginas.Cuantas(), Paginas2003);
+    }
+    try {
+        paginas.Empieza();
+        FAIL() << "it may be written";
+    } catch (const ErrorMdb& error) {
+        EXPECT_EQ(error.motivo(), Motivo::NoSeEscribe);
+    }
+}
+
+/// Looks from time to time at a file that others change.
+class Frescura : public testing::Test {
+  protected:
+    Frescura() { Descansa(); }
+
+    /// Until the time of the file is no longer that of now.
+    void Descansa()
+    {
+        std::this_thread::sleep_for(UnPasoDelReloj);
+        paginas_.Refresca();
+    }
+    void EscribeEn(qint64 posicion, const QByteArray& bytes) const
+    {
+        QFile fichero(base_.ruta);
+        ASSERT_TRUE(fichero.open(QIODevice::ReadWrite));
+        fichero.seek(posicion);
+        fichero.write(bytes);
+    }
+    /// Puts the time of the file back, as on a share whose clock takes long steps.
+    void ConLaHoraDe(const struct stat& antes) const
+    {
+        const struct timespec horas[2] = {antes.st_atim, antes.st_mtim};
+        ASSERT_EQ(::utimensat(AT_FDCWD, base_.ruta.toLocal8Bit().constData(), horas, 0), 0);
+    }
+    struct stat Datos() const
+    {
+        struct stat datos {};
+        ::stat(base_.ruta.toLocal8Bit().constData(), &datos);
+        return datos;
+    }
+
+    BaseDeTransaccion base_{};
+    TransaccionPaginas paginas_{base_.ruta};
+};
+
+TEST_F(Frescura, NadaHaCambiado)
+{
+    EXPECT_FALSE(paginas_.Refresca());
+    EXPECT_FALSE(paginas_.Refresca());
+}
+
+TEST_F(Frescura, LoPropioNoEsCambio)
+{
+    paginas_.Empieza();
+    Rellena(paginas_, Una, 0x77);
+    paginas_.Confirma();
+
+    EXPECT_FALSE(paginas_.Refresca());
+    EXPECT_EQ(RellenoDe(paginas_, Una), 0x77);
+}
+
+TEST_F(Frescura, SeVeUnaPaginaQueOtroHaEscrito)
+{
+    ASSERT_NE(RellenoDe(paginas_, Una), 0x77);
+    EscribeEn(Una * 4096 + 100, "\x77");
+
+    EXPECT_TRUE(paginas_.Refresca());
+    EXPECT_EQ(RellenoDe(paginas_, Una), 0x77);
+}
+
+TEST_F(Frescura, LasMarcasBastanAunqueLaHoraSeaLaMisma)
+{
+    ASSERT_NE(RellenoDe(paginas_, Una), 0x77);
+    const struct stat antes = Datos();
+    EscribeEn(Una * 4096 + 100, "\x77");
+    EscribeEn(0xE00 + 2 * 3, QByteArray::fromHex("0101"));
+    ConLaHoraDe(antes);
+
+    EXPECT_TRUE(paginas_.Refresca());
+    EXPECT_EQ(RellenoDe(paginas_, Una), 0x77);
+}
+
+TEST_F(Frescura, DosCambiosEnElMismoPasoDelRelojSeVenLosDos)
+{
+    EscribeEn(Una * 4096 + 100, "\x77");
+    const struct stat antes = Datos();
+    ASSERT_TRUE(paginas_.Refresca());
+    ASSERT_EQ(RellenoDe(paginas_, Una), 0x77);
+    EscribeEn(Una * 4096 + 100, "\x78");
+    ConLaHoraDe(antes);
+
+    EXPECT_TRUE(paginas_.Refresca());
+    EXPECT_EQ(RellenoDe(paginas_, Una), 0x78);
+}
+
+TEST_F(Frescura, ElFicheroQueCreceSeVeEntero)
+{
+    EscribeEn(Paginas2003 * 4096, QByteArray(8192, '\x55'));
+
+    EXPECT_TRUE(paginas_.Refresca());
+    EXPECT_EQ(paginas_.Cuantas(), Paginas2003 + 2);
+    EXPECT_EQ(RellenoDe(paginas_, Paginas2003 + 1), 0x55);
+}
+
+TEST_F(Frescura, UnaCopiaPuestaEnSuLugarSeAbre)
+{
+    QByteArray copia = base_.Bytes();
+    copia[Una * 4096 + 100] = '\x66';
+    base_.carpeta.Escribe("copia.mdb", copia);
+    QFile::remove(base_.ruta);
+    QFile::rename(base_.carpeta.Ruta("copia.mdb"), base_.ruta);
+
+    std::this_thread::sleep_for(UnPasoDelReloj);
+    EXPECT_TRUE(paginas_.EmpiezaLectura());
+    EXPECT_EQ(RellenoDe(paginas_, Una), 0x66);
+    paginas_.AcabaLectura();
+
+    EXPECT_FALSE(paginas_.Empieza());
+    Rellena(paginas_, Otra, 0x44);
+    paginas_.Confirma();
+    EXPECT_EQ(base_.Bytes()[Otra * 4096 + 100], '\x44');
+}
+
+TEST_F(Frescura, UnFicheroQueYaNoEstaSeDice)
+{
+    QFile::remove(base_.ruta);
+
+    EXPECT_THROW(paginas_.EmpiezaLectura(), ErrorMdb);
+    EXPECT_THROW(paginas_.Empieza(), ErrorMdb);
+}
+
+} // namespace
