@@ -5,6 +5,7 @@
 #include "data/access/mdb/paginas_de_prueba.h"
 #include <QBuffer>
 #include <gtest/gtest.h>
+#include <memory>
 
 using namespace tolmo::data::access::mdb;
 
@@ -159,6 +160,55 @@ TEST(Fichero, DeAccess97ConOtraPaginaDeCodigosSeRechaza)
     std::copy(cabecera.begin(), cabecera.end(), fichero.begin());
 
     EXPECT_EQ(MotivoAlAbrir(fichero), Motivo::NoAdmitido);
+}
+
+TEST(Fichero, GuardaSoloLasUltimasPaginasQueSeLeyeron)
+{
+    BaseFabricada base;
+    auto bufer = std::make_unique<QBuffer>();
+    bufer->setData(base.Termina());
+    bufer->open(QIODevice::ReadOnly);
+    FicheroPaginas fichero(std::move(bufer), "prueba.mdb", {.cache = std::size_t{2} * 4096});
+
+    const std::weak_ptr<const std::vector<quint8>> una = fichero.Lee(1).duenio;
+    const std::weak_ptr<const std::vector<quint8>> dos = fichero.Lee(2).duenio;
+    fichero.Lee(1);
+    const Pagina tres = fichero.Lee(3);
+
+    EXPECT_FALSE(una.expired());
+    EXPECT_TRUE(dos.expired());
+    EXPECT_EQ(fichero.Lee(3).duenio, tres.duenio);
+}
+
+TEST(Fichero, UnaPaginaFueraDeLaCacheSigueVivaParaQuienLaTiene)
+{
+    BaseFabricada base;
+    auto bufer = std::make_unique<QBuffer>();
+    bufer->setData(base.Termina());
+    bufer->open(QIODevice::ReadOnly);
+    FicheroPaginas fichero(std::move(bufer), "prueba.mdb", {.cache = 0});
+
+    const Pagina definicion = fichero.Lee(2);
+    fichero.Lee(1);
+
+    EXPECT_EQ(definicion.bytes.U16(0), 0x0102);
+}
+
+TEST(Fichero, UnaPaginaQueNoTieneEsUnFicheroCortado)
+{
+    BaseFabricada base;
+    auto bufer = std::make_unique<QBuffer>();
+    bufer->setData(base.Termina());
+    bufer->open(QIODevice::ReadOnly);
+    FicheroPaginas fichero(std::move(bufer), "prueba.mdb");
+
+    try {
+        fichero.Lee(fichero.Cuantas());
+        ADD_FAILURE() << "there is one page more";
+    } catch (const ErrorMdb& error) {
+        EXPECT_EQ(error.motivo(), Motivo::Cortado);
+        EXPECT_EQ(error.lugar().pagina, fichero.Cuantas());
+    }
 }
 
 TEST(Fichero, QueNoEstaOEsUnaCarpetaNoSeAbre)

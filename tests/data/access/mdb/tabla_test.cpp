@@ -85,6 +85,19 @@ TEST_F(FilasMovidas, NoPuedenLlevarAUnaFilaBorradaNiAOtraTabla)
     EXPECT_THROW(Leidas(), ErrorMdb);
 }
 
+TEST_F(FilasMovidas, UnErrorDiceFicheroTablaYPagina)
+{
+    PonPrimera("010b0000");
+
+    try {
+        Leidas();
+        ADD_FAILURE() << "all rows were read";
+    } catch (const ErrorMdb& error) {
+        EXPECT_EQ(error.Descripcion(), "Una fila que cambió de sitio no está en el nuevo (fichero "
+                                       "prueba.mdb, tabla T, página 10)");
+    }
+}
+
 TEST_F(FilasMovidas, DespuesDeUnErrorElCursorSigue)
 {
     PonPrimera("010b0000");
