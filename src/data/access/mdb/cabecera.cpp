@@ -1,5 +1,6 @@
 #include "data/access/mdb/cabecera.h"
 #include "data/access/mdb/errores_mdb.h"
+#include "data/access/mdb/escribe_bytes.h"
 #include "data/codificacion.h"
 #include <algorithm>
 #include <array>
@@ -23,11 +24,22 @@ constexpr std::size_t TamContrasena = 40;
 constexpr std::size_t TamContrasenaJet3 = 20;
 constexpr std::size_t Orden = 0x6E;
 constexpr std::size_t Creacion = 0x72;
+// What only a writer needs.
+constexpr std::size_t MapaLibres = 0x18;
+constexpr std::size_t OtroMapa = 0x1C;
+constexpr std::size_t Catalogos = 0x20;
+constexpr quint32 PrimerCatalogo = 2;
+constexpr quint32 UltimoCatalogo = 5;
+constexpr std::size_t Motor = 0x6A;
+constexpr quint32 MotorJet4 = 9025;
+constexpr std::size_t TrasVelo = 0x98;
+constexpr std::size_t MarcasDeCambio = 0xE00;
+constexpr std::size_t CuantasMarcas = 256;
 
 using BytesCabecera = std::array<quint8, TamCabecera>;
 
-/// Takes the veil off: an RC4 key stream that is the same in every file.
-void Destapa(BytesCabecera& bytes, std::size_t cuantos)
+/// Takes the veil off, or puts it on: an RC4 key stream that is the same in every file.
+void Destapa(std::span<quint8> bytes, std::size_t cuantos)
 {
     constexpr std::array<quint8, 4> clave = {0xC7, 0xDA, 0x39, 0x6B};
     std::array<quint8, 256> estado;
@@ -103,6 +115,29 @@ Cabecera LeeCabecera(Bytes pagina)
     cabecera.creacion = jet3 ? 0 : claro.F64(Creacion);
     cabecera.contrasena = jet3 ? ContrasenaJet3(claro) : ContrasenaDe(claro, cabecera.creacion);
     return cabecera;
+}
+
+void EscribeCabecera(std::span<quint8> pagina, const Cabecera& cabecera)
+{
+    pagina[1] = 1;
+    std::memcpy(pagina.data() + Nombre, "Standard Jet DB", TamNombre);
+    pagina[ByteDeVersion] = 1;
+    Pon(pagina, MapaLibres, quint32{0x100});
+    Pon(pagina, OtroMapa, quint32{0x101});
+    for (quint32 numero = PrimerCatalogo; numero <= UltimoCatalogo; ++numero)
+        Pon(pagina, Catalogos + 4 * (numero - PrimerCatalogo), numero);
+    Pon(pagina, PaginaDeCodigos, cabecera.paginaDeCodigos);
+    for (std::size_t i = 0; i < TamContrasena; i += 4)
+        Pon(pagina, Contrasena + i, static_cast<qint32>(cabecera.creacion));
+    Pon(pagina, Motor, MotorJet4);
+    Pon(pagina, Orden, cabecera.idioma);
+    Pon(pagina, Orden + 3, cabecera.versionOrden);
+    Pon(pagina, Creacion, cabecera.creacion);
+    Destapa(pagina, TamTapado);
+    constexpr std::array<quint8, 7> version = {0x54, 0x06, 0, 0, '4', '.', '0'};
+    std::copy(version.begin(), version.end(), pagina.data() + TrasVelo);
+    for (std::size_t i = 0; i < CuantasMarcas; ++i)
+        Pon(pagina, MarcasDeCambio + 2 * i, quint16{0x0100});
 }
 
 } // namespace tolmo::data::access::mdb

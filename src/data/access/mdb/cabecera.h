@@ -22,4 +22,7 @@ constexpr std::size_t TamCabecera = 0x98;
 /// \throws ErrorMdb when the bytes don't start an Access file, or one of an unknown version
 Cabecera LeeCabecera(Bytes pagina);
 
+/// Writes the first page of a new file of Access 2000-2003, without a password, over zeros.
+void EscribeCabecera(std::span<quint8> pagina, const Cabecera& cabecera);
+
 } // namespace tolmo::data::access::mdb

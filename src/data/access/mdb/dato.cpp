@@ -141,6 +141,14 @@ QDateTime FechaHora(Fecha fecha)
     return SinZona(fechaSola).addMSecs(static_cast<qint64>(ms));
 }
 
+Fecha FechaDe(const QDateTime& momento)
+{
+    const auto dia = static_cast<double>(QDate(1899, 12, 30).daysTo(momento.date()));
+    const double fraccion = momento.time().msecsSinceStartOfDay() / MsPorDia;
+    // The time has no sign of its own, also before the first day.
+    return {dia < 0 ? dia - fraccion : dia + fraccion};
+}
+
 QString TextoExacto(const Dato& dato)
 {
     return std::visit(EnPalabras{}, dato);

@@ -51,6 +51,9 @@ template <typename T> T Como(const Dato& dato)
 /// The moment, to the millisecond; invalid outside the years 100 to 9999.
 QDateTime FechaHora(Fecha fecha);
 
+/// The reverse, of a moment that is shown as it is, without a zone.
+Fecha FechaDe(const QDateTime& momento);
+
 /// The value in words without loss, "." as decimal symbol: a date as YYYY-MM-DD HH:MM:SS (with
 /// milliseconds where there are any), truth as -1 and 0, bytes in hexadecimal, Null as nothing.
 QString TextoExacto(const Dato& dato);

@@ -18,33 +18,6 @@ constexpr std::size_t ColumnasPorIndice = 10;
 constexpr quint16 MasColumnas = 255;
 constexpr quint32 MasIndices = 255;
 
-/// The bytes of a definition, without the headers of its further pages.
-std::vector<quint8> Junta(Paginas& paginas, quint32 primera, std::vector<quint32>& tomadas)
-{
-    std::vector<quint8> bytes;
-    Visitadas visitadas(paginas.Cuantas());
-    for (quint32 numero = primera; numero != 0;) {
-        const Pagina pagina = paginas.Lee(numero);
-        if (!visitadas.Marca(numero))
-            Danado(QStringLiteral("La definición de la tabla vuelve sobre sí misma"),
-                   {.pagina = numero});
-        if (pagina.bytes.U8(0) != tipo_pagina::Definicion)
-            Danado(QStringLiteral("La página no es la definición de una tabla"),
-                   {.pagina = numero});
-        const auto todo = pagina.bytes.Desde(bytes.empty() ? 0 : CabeceraContinuacion).Todo();
-        bytes.insert(bytes.end(), todo.begin(), todo.end());
-        if (bytes.size() > MayorDefinicion)
-            Danado(QStringLiteral("La definición de la tabla es demasiado larga"));
-        tomadas.push_back(numero);
-        numero = pagina.bytes.U32(PosicionSiguiente);
-    }
-    const quint32 largo = Bytes(bytes).U32(PosicionLargo);
-    if (largo > bytes.size())
-        Danado(QStringLiteral("A la definición de la tabla le falta el final"));
-    bytes.resize(largo);
-    return bytes;
-}
-
 /// Walks the bytes of a definition from front to back.
 class Analisis {
   public:
@@ -194,12 +167,40 @@ const Columna* Definicion::ColumnaDe(quint16 numero) const
     return hallada == columnas.end() ? nullptr : &*hallada;
 }
 
+std::vector<quint8> BytesDeDefinicion(Paginas& paginas, quint32 primera,
+                                      std::vector<quint32>& tomadas)
+{
+    std::vector<quint8> bytes;
+    Visitadas visitadas(paginas.Cuantas());
+    for (quint32 numero = primera; numero != 0;) {
+        const Pagina pagina = paginas.Lee(numero);
+        if (!visitadas.Marca(numero))
+            Danado(QStringLiteral("La definición de la tabla vuelve sobre sí misma"),
+                   {.pagina = numero});
+        if (pagina.bytes.U8(0) != tipo_pagina::Definicion)
+            Danado(QStringLiteral("La página no es la definición de una tabla"),
+                   {.pagina = numero});
+        const auto todo = pagina.bytes.Desde(bytes.empty() ? 0 : CabeceraContinuacion).Todo();
+        bytes.insert(bytes.end(), todo.begin(), todo.end());
+        if (bytes.size() > MayorDefinicion)
+            Danado(QStringLiteral("La definición de la tabla es demasiado larga"));
+        tomadas.push_back(numero);
+        numero = pagina.bytes.U32(PosicionSiguiente);
+    }
+    const quint32 largo = Bytes(bytes).U32(PosicionLargo);
+    if (largo > bytes.size())
+        Danado(QStringLiteral("A la definición de la tabla le falta el final"));
+    bytes.resize(largo);
+    return bytes;
+}
+
 Definicion LeeDefinicion(Paginas& paginas, quint32 pagina, const QString& nombre)
 {
     Definicion definicion{.nombre = nombre, .pagina = pagina};
     EnLugar([&] { return Lugar{.fichero = paginas.Nombre(), .tabla = nombre, .pagina = pagina}; },
             [&] {
-                const std::vector<quint8> bytes = Junta(paginas, pagina, definicion.paginas);
+                const std::vector<quint8> bytes =
+                    BytesDeDefinicion(paginas, pagina, definicion.paginas);
                 Analisis(Bytes(bytes), paginas.formato()).Rellena(definicion);
             });
     std::stable_sort(definicion.columnas.begin(), definicion.columnas.end(),

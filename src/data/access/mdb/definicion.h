@@ -113,6 +113,11 @@ struct Definicion {
     const Columna* ColumnaDe(quint16 numero) const;
 };
 
+/// The bytes of a definition, without the headers of its further pages; `tomadas` gets the pages.
+/// \throws ErrorMdb
+std::vector<quint8> BytesDeDefinicion(Paginas& paginas, quint32 primera,
+                                      std::vector<quint32>& tomadas);
+
 /// Reads the definition of table `nombre`, which starts on `pagina`.
 /// \throws ErrorMdb
 Definicion LeeDefinicion(Paginas& paginas, quint32 pagina, const QString& nombre = {});

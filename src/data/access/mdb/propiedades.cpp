@@ -101,8 +101,31 @@ std::vector<Propiedad> LeePropiedades(Bytes bytes)
     return propiedades;
 }
 
+Propiedad PropiedadDeTexto(const QString& columna, const QString& nombre, const QString& valor)
+{
+    return {.columna = columna,
+            .nombre = nombre,
+            .tipo = static_cast<quint8>(TipoColumna::Memo),
+            .valor = EscribeTexto(valor, false)};
+}
+
+Propiedad PropiedadLogica(const QString& columna, const QString& nombre, bool valor)
+{
+    return {.columna = columna,
+            .nombre = nombre,
+            .tipo = static_cast<quint8>(TipoColumna::Logico),
+            .valor = QByteArray(1, valor ? '\1' : '\0')};
+}
+
+QString TextoDe(const Propiedad& propiedad)
+{
+    return Nombre(BytesDe(propiedad.valor));
+}
+
 QByteArray EscribePropiedades(const std::vector<Propiedad>& propiedades)
 {
+    if (propiedades.empty())
+        return {};
     QStringList nombres;
     QStringList columnas;
     for (const Propiedad& propiedad : propiedades) {

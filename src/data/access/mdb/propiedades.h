@@ -20,10 +20,16 @@ inline const QString Obligatoria = QStringLiteral("Required");
 inline const QString Predeterminado = QStringLiteral("DefaultValue");
 } // namespace propiedad
 
+Propiedad PropiedadDeTexto(const QString& columna, const QString& nombre, const QString& valor);
+Propiedad PropiedadLogica(const QString& columna, const QString& nombre, bool valor);
+/// The text of a property that holds one.
+QString TextoDe(const Propiedad& propiedad);
+
 /// What an object's column LvProp holds; an empty one has no properties.
 /// \throws ErrorMdb when it isn't coherent
 std::vector<Propiedad> LeePropiedades(Bytes bytes);
 
+/// Nothing when there are none.
 QByteArray EscribePropiedades(const std::vector<Propiedad>& propiedades);
 
 /// The properties of the table whose definition is on `pagina`.
