@@ -10,7 +10,9 @@ namespace {
 QString Utf16(Bytes bytes)
 {
     QString texto(static_cast<qsizetype>(bytes.size() / 2), Qt::Uninitialized);
-    qFromLittleEndian<char16_t>(bytes.data(), texto.size(), texto.data());
+    // No bytes may mean no address, which a copy of nothing may not be given either.
+    if (!texto.isEmpty())
+        qFromLittleEndian<char16_t>(bytes.data(), texto.size(), texto.data());
     return texto;
 }
 
