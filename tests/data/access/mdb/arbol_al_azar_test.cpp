@@ -52,6 +52,8 @@ class Espejo {
     void Compara()
     {
         ASSERT_THAT(prueba_.Faltas(), IsEmpty());
+        if (const PaginaIndice raiz = prueba_.Lee(ArbolDePrueba::Raiz); raiz.EsNodo())
+            CompruebaNodos(raiz);
         ASSERT_TRUE(std::ranges::equal(prueba_.Entradas(), espejo_));
         RecorridoIndice recorrido(prueba_.LaTabla(), prueba_.indice());
         for (const QByteArray& entrada : espejo_) {
@@ -65,6 +67,23 @@ class Espejo {
     }
 
   private:
+    /// Nodes under the same parent are chained, and to no others.
+    void CompruebaNodos(const PaginaIndice& padre)
+    {
+        std::vector<quint32> hijos;
+        for (std::size_t i = 0; i < padre.Entradas(); ++i)
+            hijos.push_back(padre.En(i).Hijo());
+        hijos.push_back(padre.Cola());
+        for (std::size_t i = 0; i < hijos.size(); ++i) {
+            const PaginaIndice hijo = prueba_.Lee(hijos[i]);
+            if (!hijo.EsNodo())
+                return;
+            EXPECT_EQ(hijo.Anterior(), i == 0 ? 0 : hijos[i - 1]);
+            EXPECT_EQ(hijo.Siguiente(), i + 1 == hijos.size() ? 0 : hijos[i + 1]);
+            CompruebaNodos(hijo);
+        }
+    }
+
     static QByteArray Entrada(const QByteArray& clave, Puntero fila)
     {
         QByteArray bytes(4, '\0');
@@ -135,6 +154,41 @@ TEST(ArbolAlAzar, ClavesQueUnasSonPrincipioDeOtras)
     Alterna(4, [](std::mt19937& azar) {
         return QByteArray(static_cast<qsizetype>(Azar(azar, 40)), static_cast<char>(Azar(azar, 2)));
     });
+}
+
+TEST(ArbolAlAzar, UnArbolDanadoSoloDaErrorMdb)
+{
+    constexpr quint32 Semillas = 400;
+    constexpr quint32 Primera = 3; // the map of the index and what follows it
+    std::mt19937 azar(5);
+    int errores = 0;
+    for (quint32 semilla = 0; semilla < Semillas; ++semilla) {
+        const ArbolDePrueba prueba;
+        ArbolIndice arbol = prueba.Arbol();
+        const auto clave = [&] {
+            return QByteArray(static_cast<qsizetype>(1 + Azar(azar, 600)),
+                              static_cast<char>(Azar(azar, 256)));
+        };
+        for (int i = 0; i < 150; ++i)
+            arbol.Inserta(clave(), FilaAlAzar(azar));
+        for (int danio = 0; danio < 4; ++danio) {
+            const quint32 pagina = Primera + Azar(azar, prueba.paginas().Cuantas() - Primera);
+            // Half of it falls on the headers, where it does most.
+            const quint32 byte = Azar(azar, Azar(azar, 2) == 0 ? 32 : 4096);
+            prueba.paginas().Cambia(pagina)[byte] = static_cast<quint8>(Azar(azar, 256));
+        }
+        for (int i = 0; i < 100; ++i) {
+            try {
+                const Puntero fila = FilaAlAzar(azar);
+                arbol.Inserta(clave(), fila);
+                arbol.BorraDeFila(clave().first(1), fila);
+                arbol.Tiene(clave());
+            } catch (const ErrorMdb&) {
+                ++errores;
+            }
+        }
+    }
+    EXPECT_GT(errores, 1000);
 }
 
 } // namespace
