@@ -4,10 +4,9 @@
 #include "data/ui/control_activo.h"
 #include "data/ui/controles.h"
 #include "data/ui/frontera.h"
+#include "data/ui/pestanas_de_grids.h"
 #include <QHBoxLayout>
-#include <QShortcut>
 #include <QShowEvent>
-#include <QTabBar>
 #include <QVBoxLayout>
 
 using namespace tolmo;
@@ -148,16 +147,13 @@ void FrmConsCategoriasOpcionales::DefineValores()
 
 void FrmConsCategoriasOpcionales::IntercalaEventos()
 {
-    SSTab1_->tabBar()->installEventFilter(this);
     connect(SSTab1_, &QTabWidget::currentChanged, this,
             &FrmConsCategoriasOpcionales::MuestraCategoria);
     connect(&categorias_->Rejilla(), &data::ui::DataGrid::FilaCambiada, this,
             [this] { data::ui::EnFrontera(programa_.avisos, [this] { LlenaValores(); }); });
-    // Within a grid the tab keys go from cell to cell.
-    for (const QKeyCombination tecla :
-         {Qt::CTRL | Qt::Key_Tab, Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab})
-        connect(new QShortcut(tecla, this), &QShortcut::activated, this,
-                &FrmConsCategoriasOpcionales::PasaALaOtraPestana);
+    auto* pestanas = new data::ui::PestanasDeGrids(*SSTab1_, [this] { return TomaLoEscrito(); });
+    pestanas->PonFoco(*SSTab1_->widget(Atributos), categorias_->Rejilla());
+    pestanas->PonFoco(*SSTab1_->widget(Valores), valores_->Rejilla());
     connect(CmdRetorna_, &QPushButton::clicked, this, &FrmConsCategoriasOpcionales::Retorna);
 }
 
@@ -254,23 +250,6 @@ bool FrmConsCategoriasOpcionales::CompruebaValor(int columna, const QString& tex
 bool FrmConsCategoriasOpcionales::TomaLoEscrito()
 {
     return categorias_->TomaLoEscrito() && valores_->TomaLoEscrito();
-}
-
-/// What is refused keeps its tab in front, whichever way the tab was to be left.
-bool FrmConsCategoriasOpcionales::eventFilter(QObject* objeto, QEvent* evento)
-{
-    const bool cambiaDePestana =
-        evento->type() == QEvent::MouseButtonPress || evento->type() == QEvent::Wheel;
-    return (cambiaDePestana && !TomaLoEscrito()) || QDialog::eventFilter(objeto, evento);
-}
-
-void FrmConsCategoriasOpcionales::PasaALaOtraPestana()
-{
-    if (!TomaLoEscrito())
-        return;
-    const bool aValores = SSTab1_->currentIndex() == Atributos;
-    SSTab1_->setCurrentIndex(aValores ? Valores : Atributos);
-    (aValores ? valores_ : categorias_)->Rejilla().setFocus();
 }
 
 void FrmConsCategoriasOpcionales::Retorna()

@@ -25,7 +25,6 @@ class FrmConsCategoriasOpcionales : public QDialog {
 
   protected:
     void showEvent(QShowEvent* evento) override;
-    bool eventFilter(QObject* objeto, QEvent* evento) override;
 
   private:
     void Coloca();
@@ -40,7 +39,6 @@ class FrmConsCategoriasOpcionales : public QDialog {
     bool CompruebaCategoria(int columna, QString& texto);
     bool CompruebaValor(int columna, const QString& texto);
     bool TomaLoEscrito();
-    void PasaALaOtraPestana();
     void Retorna();
 
     tolmo::data::Programa& programa_;

@@ -10,6 +10,7 @@
 #include "data/ui/control_activo.h"
 #include "data/ui/controles.h"
 #include "data/ui/frontera.h"
+#include "data/ui/pestanas_de_grids.h"
 #include "ui_FrmConsPSArtConfigurador.h"
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -29,6 +30,8 @@ constexpr int CODCATEGORIA = 1;
 constexpr int VALOR = 2;
 
 constexpr data::Plantilla NoExiste(u"No existe {CodArticulo}");
+const QString SinCategoria = QStringLiteral("Elija antes un atributo en la pestaña Atributos");
+const QString CodigoIncorrecto = QStringLiteral("Codigo de categoria incorrecto");
 const QString FalloDelGrid = QStringLiteral("Ocurrio un error al actualizar el grid");
 const QString FiltroDeImagenes = QStringLiteral("Imagenes (*.jpg,*.bmp,*.tif)|*.jpg;*.bmp;*.tif");
 
@@ -82,6 +85,12 @@ void FrmConsPSArtConfigurador::Coloca()
     ui_->GridCombinaciones->setModel(&combinaciones_);
     ui_->GridCombinaciones->horizontalHeader()->setMinimumSectionSize(AnchoDeColumna);
     data::ui::SeleccionaAlEntrar(*this);
+    auto* pestanas =
+        new data::ui::PestanasDeGrids(*ui_->SSTab1, [this] { return TomaLoEscrito(); });
+    pestanas->PonFoco(*ui_->PaginaAtributos, categorias_->Rejilla());
+    pestanas->PonFoco(*ui_->PaginaValores, valores_->Rejilla());
+    pestanas->PonFoco(*ui_->PaginaCopia, *copia_);
+    pestanas->PonFoco(*ui_->PaginaCombinaciones, *ui_->GridCombinaciones);
 }
 
 void FrmConsPSArtConfigurador::DefineCategorias()
@@ -89,7 +98,7 @@ void FrmConsPSArtConfigurador::DefineCategorias()
     // clang-format off
     categorias_->Rejilla().Define(Editable({
         {.DataField = QStringLiteral("CODARTICULO"), .oculta = true},
-        {.DataField = QStringLiteral("CODCATEGORIA"), .Caption = QStringLiteral("Cod. Categoria"), .ancho = 130, .boton = true},
+        {.DataField = QStringLiteral("CODCATEGORIA"), .Caption = QStringLiteral("Cod. Categoria"), .ancho = 160, .boton = true},
         {.DataField = QStringLiteral("DESCRIPCION"), .Caption = QStringLiteral("Descripción"), .ancho = 360}}));
     // clang-format on
     categorias_->Llena = [this] { LlenaGridCat(); };
@@ -115,7 +124,7 @@ void FrmConsPSArtConfigurador::DefineValores()
         {.DataField = QStringLiteral("CODCATEGORIA"), .oculta = true},
         {.DataField = QStringLiteral("VALOR"), .Caption = QStringLiteral("Valor"), .ancho = 90, .boton = true},
         {.DataField = QStringLiteral("ID"), .oculta = true},
-        {.DataField = QStringLiteral("SECUENCIA"), .Caption = QStringLiteral("Secuencia"), .ancho = 90},
+        {.DataField = QStringLiteral("SECUENCIA"), .Caption = QStringLiteral("Secuencia"), .ancho = 110},
         {.DataField = QStringLiteral("INC_PVP"), .Caption = QStringLiteral("Inc PVP1"), .ancho = 85},
         {.DataField = QStringLiteral("INC_PVP2"), .Caption = QStringLiteral("Inc PVP2"), .ancho = 85},
         {.DataField = QStringLiteral("INC_PVP3"), .Caption = QStringLiteral("Inc PVP3"), .ancho = 85},
@@ -148,17 +157,22 @@ void FrmConsPSArtConfigurador::Conecta()
     connect(&valores_->Rejilla(), &DataGrid::BotonPulsado, this,
             &FrmConsPSArtConfigurador::BuscaValor);
     valor_->eligeImagen = [this] { return EligeImagen(); };
-    copia_->eligeArticulo = [this](const auto& peticion) { EligeDestino(peticion); };
+    copia_->eligeArticulo = [this](const auto& peticion, QLineEdit& caja) {
+        EligeDestino(peticion, caja);
+    };
     copia_->copia = [this](const auto& seleccion) { Hace([&] { Copia(seleccion); }); };
 
     reposo_.setSingleShot(true);
     connect(&reposo_, &QTimer::timeout, this, [this] {
         Hace([this] {
             Recuenta();
-            MuestraValor(); // a row that was added is a value now
+            if (CategoriaActual() != CodCategoria_)
+                LlenaGridVal(); // a code that was typed has been given up
+            MuestraValor();     // a row that was added is a value now
         });
     });
     for (PanelConsulta* panel : {categorias_, valores_}) {
+        panel->PonMotivo(PanelConsulta::Motivo::Otro);
         const data::ModeloGrid& modelo = panel->Rejilla().Modelo();
         const auto cambia = [this] { reposo_.start(0); };
         connect(&modelo, &QAbstractItemModel::dataChanged, this, cambia);
@@ -194,9 +208,12 @@ bool FrmConsPSArtConfigurador::eventFilter(QObject* objeto, QEvent* evento)
 
 void FrmConsPSArtConfigurador::EligeArticulo()
 {
+    if (copiando_ || !TomaLoEscrito())
+        return;
     const QString antes = ui_->txtCampo_0->text();
     ui_->txtCampo_0->setFocus();
     {
+        const data::ui::ControlElegido elegido(*ui_->txtCampo_0);
         FrmRecuperaArtic buscador(programa_, escritorio_, this);
         buscador.exec();
     }
@@ -241,22 +258,24 @@ void FrmConsPSArtConfigurador::LlenaGridCat()
 
 void FrmConsPSArtConfigurador::LlenaGridVal()
 {
-    const QString categoria = CategoriaActual();
+    CodCategoria_ = CategoriaActual();
     const QString descripcion =
         data::Texto(categorias_->Rejilla().ValorActual(QStringLiteral("DESCRIPCION")));
-    ui_->LblCategoria->setText(
-        descripcion.isEmpty() ? categoria : categoria + QStringLiteral(" · ") + descripcion);
+    ui_->LblCategoria->setText(descripcion.isEmpty()
+                                   ? CodCategoria_
+                                   : CodCategoria_ + QStringLiteral(" · ") + descripcion);
     Llena(*valores_,
-          configurator::SqlLlenaGridVal(valores_->Condicion().text(), articulo_, categoria));
+          configurator::SqlLlenaGridVal(valores_->Condicion().text(), articulo_, CodCategoria_));
 }
 
+/// A table that lacks a column of its grid can't be edited in it.
 void FrmConsPSArtConfigurador::Llena(PanelConsulta& panel, const QString& sql)
 {
-    try {
-        panel.AbreGrid(sql);
-    } catch (const data::ErrorDatos&) {
-        configurator::Avisa(programa_, FalloDelGrid);
-    }
+    panel.AbreGrid(sql);
+    const data::Recordset& filas = panel.Datos().Filas();
+    for (const QString& columna : panel.Rejilla().Definicion().DataFields())
+        if (!filas.TieneColumna(columna))
+            return configurator::Avisa(programa_, FalloDelGrid);
 }
 
 void FrmConsPSArtConfigurador::MuestraValor()
@@ -266,7 +285,7 @@ void FrmConsPSArtConfigurador::MuestraValor()
         valor_->Muestra(std::nullopt);
     else
         valor_->Muestra(configurator::ValorDeArticulo{
-            .CodArticulo = articulo_, .CodCategoria = CategoriaActual(), .valor = valor});
+            .CodArticulo = articulo_, .CodCategoria = CodCategoria_, .valor = valor});
 }
 
 /// How many combinations there are now, and which.
@@ -290,8 +309,13 @@ void FrmConsPSArtConfigurador::PonEnLaFila(PanelConsulta& panel, const data::Cam
 
 bool FrmConsPSArtConfigurador::TomaCategoria(int columna, QString& texto)
 {
-    if (columna != CODCATEGORIA)
-        return true;
+    if (columna != CODCATEGORIA) {
+        // A row without its code would be one of no category.
+        if (!CategoriaActual().isEmpty())
+            return true;
+        configurator::Avisa(programa_, CodigoIncorrecto);
+        return false;
+    }
     const auto categoria = configurator::CompruebaCategoria(programa_, articulo_, texto);
     if (!categoria)
         return false;
@@ -302,20 +326,24 @@ bool FrmConsPSArtConfigurador::TomaCategoria(int columna, QString& texto)
 
 bool FrmConsPSArtConfigurador::TomaValor(int columna, QString& texto)
 {
+    if (CodCategoria_.isEmpty()) {
+        configurator::Avisa(programa_, SinCategoria);
+        return false;
+    }
     const data::ui::DataGrid& rejilla = valores_->Rejilla();
-    const bool filaNueva = valores_->Datos().Fila() < 0;
     const auto actual = [&rejilla](const QString& nombre) { return rejilla.ValorActual(nombre); };
-    const auto sinNumero = [&] { return !data::EsNumero(actual(QStringLiteral("ID"))); };
+    // A new row is begun once, at whichever column, and keeps what is typed into it after that.
+    const bool seEmpieza =
+        valores_->Datos().Fila() < 0 && !data::EsNumero(actual(QStringLiteral("ID")));
     if (columna == VALOR) {
         const auto valor =
-            configurator::CompruebaValor(programa_, articulo_, CategoriaActual(), texto, filaNueva);
+            configurator::CompruebaValor(programa_, articulo_, CodCategoria_, texto, seEmpieza);
         if (!valor)
             return false;
         texto = valor->valor;
         PonEnLaFila(*valores_, valor->otras);
-    } else if (filaNueva && sinNumero()) {
-        // Begun at another column, the row gets what makes it one of this category all the same.
-        PonEnLaFila(*valores_, configurator::ValorNuevo(programa_, articulo_, CategoriaActual()));
+    } else if (seEmpieza) {
+        PonEnLaFila(*valores_, configurator::ValorNuevo(programa_, articulo_, CodCategoria_));
     }
     PonEnLaFila(*valores_, configurator::IncrementosVacios(actual));
     const QString nombre =
@@ -324,16 +352,18 @@ bool FrmConsPSArtConfigurador::TomaValor(int columna, QString& texto)
     return true;
 }
 
+/// The row that goes is the one of the record set; the cell that is current may be of another.
 bool FrmConsPSArtConfigurador::BorraCategoria()
 {
-    configurator::BorraValoresDeCategoria(programa_, articulo_, CategoriaActual());
+    configurator::BorraValoresDeCategoria(
+        programa_, articulo_, data::Texto(categorias_->Datos().Filas()["CODCATEGORIA"]));
     return true;
 }
 
 bool FrmConsPSArtConfigurador::BorraValor()
 {
     const data::Recordset& fila = valores_->Datos().Filas();
-    configurator::BorraComponentesDeValor(programa_, articulo_, CategoriaActual(),
+    configurator::BorraComponentesDeValor(programa_, articulo_, CodCategoria_,
                                           data::Texto(fila["VALOR"]), fila["ID"]);
     return true;
 }
@@ -362,12 +392,12 @@ void FrmConsPSArtConfigurador::BuscaCategoria()
 void FrmConsPSArtConfigurador::BuscaValor()
 {
     FrmConsCategoriasOpcionales navegador(programa_, escritorio_, this);
-    navegador.PonModo(ModoNavegador::Valores, CategoriaActual());
+    navegador.PonModo(ModoNavegador::Valores, CodCategoria_);
     navegador.PermiteRetorno(true);
     if (const QString elegido = Retornado(navegador); !elegido.isEmpty())
         valores_->Rejilla().Teclea(QStringLiteral("VALOR"), elegido);
-    else
-        valores_->Activa();
+    else if (!valores_->Rejilla().Modelo().HayCambios())
+        categorias_->Activa(); // and with it the values
 }
 
 std::optional<QString> FrmConsPSArtConfigurador::EligeImagen()
@@ -381,8 +411,12 @@ std::optional<QString> FrmConsPSArtConfigurador::EligeImagen()
     return ruta == FiltroDeImagenes ? std::nullopt : std::optional(ruta);
 }
 
-void FrmConsPSArtConfigurador::EligeDestino(const configurator::PeticionArticulo& peticion)
+void FrmConsPSArtConfigurador::EligeDestino(const configurator::PeticionArticulo& peticion,
+                                            QLineEdit& caja)
 {
+    if (copiando_)
+        return;
+    const data::ui::ControlElegido elegido(caja);
     FrmRecuperaArtic buscador(programa_, escritorio_, this);
     buscador.PonTag(peticion.Tag);
     buscador.PonFiltro(peticion.filtro);
@@ -392,29 +426,55 @@ void FrmConsPSArtConfigurador::EligeDestino(const configurator::PeticionArticulo
 
 void FrmConsPSArtConfigurador::Copia(const configurator::SeleccionCopia& seleccion)
 {
+    // An article that was typed and not left yet; an unknown one must not empty the targets.
+    const QString tecleado = ui_->txtCampo_0->text();
+    if (tecleado != articulo_) {
+        BuscaArticulo();
+        if (articulo_ != tecleado)
+            return;
+    }
     copia_->PrgBar().setValue(0);
     {
         const QScopedValueRollback guarda(copiando_, true);
-        // Its events get their turns meanwhile.
-        ui_->Cabecera->setEnabled(false);
-        ui_->SSTab1->setEnabled(false);
         configurator::CopiaConfiguracion(programa_, *this, articulo_, seleccion);
-        ui_->Cabecera->setEnabled(true);
-        ui_->SSTab1->setEnabled(true);
     }
+    Habilita(true);
     copia_->PrgBar().setValue(0);
+}
+
+/// While a copy is under way its events get their turns, and nothing may be changed by them.
+void FrmConsPSArtConfigurador::Habilita(bool habilitada)
+{
+    if (ui_->SSTab1->isEnabled() == habilitada)
+        return;
+    ui_->Cabecera->setEnabled(habilitada);
+    ui_->SSTab1->setEnabled(habilitada);
+    if (habilitada)
+        copia_->setFocus();
 }
 
 void FrmConsPSArtConfigurador::Avanza(int posicion, int total)
 {
+    Habilita(false);
     copia_->PrgBar().setValue(static_cast<int>(static_cast<long long>(posicion) * 100 / total));
+}
+
+/// Writes what is being typed. What is refused is shown.
+bool FrmConsPSArtConfigurador::TomaLoEscrito()
+{
+    for (const auto& [panel, pagina] :
+         {std::pair(categorias_, ui_->PaginaAtributos), std::pair(valores_, ui_->PaginaValores)}) {
+        if (panel->Rejilla().GuardaFila())
+            continue;
+        ui_->SSTab1->setCurrentWidget(pagina);
+        return false;
+    }
+    Hace([this] { valor_->GuardaLoEscrito(); });
+    return true;
 }
 
 void FrmConsPSArtConfigurador::done(int resultado)
 {
-    if (!categorias_->Rejilla().GuardaFila() || !valores_->Rejilla().GuardaFila())
-        return;
-    if (!Ocupada())
-        Hace([this] { valor_->GuardaLoEscrito(); });
-    VentanaTrabajo::done(resultado);
+    if (Ocupada() || TomaLoEscrito())
+        VentanaTrabajo::done(resultado);
 }

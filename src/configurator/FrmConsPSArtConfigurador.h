@@ -58,8 +58,10 @@ class FrmConsPSArtConfigurador : public tolmo::data::ui::VentanaTrabajo {
     QString Retornado(QDialog& hija);
     std::optional<QString> EligeImagen();
 
-    void EligeDestino(const tolmo::configurator::PeticionArticulo& peticion);
+    void EligeDestino(const tolmo::configurator::PeticionArticulo& peticion, QLineEdit& caja);
     void Copia(const tolmo::configurator::SeleccionCopia& seleccion);
+    void Habilita(bool habilitada);
+    bool TomaLoEscrito();
 
     void Avanza(int posicion, int total) override;
     // It has no status list, and its bar always shows.
@@ -79,5 +81,6 @@ class FrmConsPSArtConfigurador : public tolmo::data::ui::VentanaTrabajo {
     tolmo::configurator::ModeloCombinaciones combinaciones_{};
     QTimer reposo_{}; ///< rings when the changes of the moment are done
     QString articulo_{};
+    QString CodCategoria_{}; ///< whose values are in their grid
     bool copiando_ = false;
 };

@@ -61,9 +61,4 @@ QString RutaDeFoto(const data::Programa& programa, const ValorDeArticulo& de, co
                           {"valor", de.valor}});
 }
 
-QSize TamanoAjustado(const QSize& foto, const QSize& caja)
-{
-    return foto.scaled(caja, Qt::KeepAspectRatio);
-}
-
 } // namespace tolmo::configurator

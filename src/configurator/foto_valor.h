@@ -1,5 +1,4 @@
 #pragma once
-#include <QSize>
 #include <QString>
 
 namespace tolmo::data {
@@ -32,8 +31,5 @@ bool QuitaFoto(data::Programa& programa, const ValorDeArticulo& de);
 /// is that itself;
 /// anything else means the picture of that value in the pictures' folder, beside the databases.
 QString RutaDeFoto(const data::Programa& programa, const ValorDeArticulo& de, const QString& Foto);
-
-/// The size at which a picture fills a box without losing its proportion.
-QSize TamanoAjustado(const QSize& foto, const QSize& caja);
 
 } // namespace tolmo::configurator

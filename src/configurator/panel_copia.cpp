@@ -39,6 +39,7 @@ PanelCopia::PanelCopia(data::Programa& programa, QWidget* padre)
     ConectaCodigo(*ui_->TxtGrupo3, *ui_->LblGrupo3, false);
     ConectaCodigo(*ui_->TxtGrupo4, *ui_->LblGrupo4, false);
     ConectaCodigo(*ui_->TxtProvHab, *ui_->LblProvHab, true);
+    setFocusProxy(ui_->TxtArtDes);
     connect(ui_->CmdExporta, &QPushButton::clicked, this, &PanelCopia::Exporta);
 }
 
@@ -53,7 +54,7 @@ PanelCopia::~PanelCopia()
 void PanelCopia::AlDejar(QLineEdit& caja, const std::function<void()>& comprobacion)
 {
     connect(&caja, &QLineEdit::editingFinished, this, [this, comprobacion] {
-        if (isVisible())
+        if (window()->isVisible())
             data::ui::EnFrontera(programa_.avisos, comprobacion);
     });
 }
@@ -106,7 +107,7 @@ void PanelCopia::Elige(const CampoDeArticulo& campo, int tecla)
     if (tecla == Qt::Key_F9)
         peticion.filtro = campo.alternativo ? FiltroPorAlternativo(campo.caja->text())
                                             : FiltroPorArticulo(campo.caja->text());
-    eligeArticulo(peticion);
+    eligeArticulo(peticion, *campo.caja);
     // What it is called is looked up as if it had been typed.
     emit campo.caja->editingFinished();
 }

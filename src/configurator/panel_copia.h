@@ -31,8 +31,8 @@ class PanelCopia : public QWidget {
     explicit PanelCopia(data::Programa& programa, QWidget* padre = nullptr);
     ~PanelCopia() override;
 
-    /// Opens the picker over the window; what is chosen goes into its active control.
-    std::function<void(const PeticionArticulo&)> eligeArticulo{};
+    /// Opens the picker over the window; what is chosen goes into the box.
+    std::function<void(const PeticionArticulo&, QLineEdit& caja)> eligeArticulo{};
     /// Copies to a selection.
     std::function<void(const SeleccionCopia&)> copia{};
 

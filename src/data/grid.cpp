@@ -82,6 +82,14 @@ QStringList Grid::DataFields() const
     return nombres;
 }
 
+QString Grid::ColumnaDeMarca() const
+{
+    for (const ColumnaGrid& columna : columnas)
+        if (!columna.oculta && !columna.DataField.isEmpty())
+            return columna.DataField;
+    return DataFields().value(0);
+}
+
 EtiquetaGrid EtiquetaDe(const Grid& grid)
 {
     const ColumnaGrid* columna = grid.ColumnaDeOrden();

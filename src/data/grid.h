@@ -21,6 +21,8 @@ struct Grid {
     /// grid without bound columns.
     const ColumnaGrid* ColumnaDeOrden() const;
     QStringList DataFields() const;
+    /// The first column that is shown, by which a row is found again; empty without one.
+    QString ColumnaDeMarca() const;
 };
 
 /// The label beside the search box: the column that is searched, and what it is called.

@@ -1,5 +1,6 @@
 #include "apoyo/programa_en_error.h"
 #include "editor_en_pantalla.h"
+#include <QTabBar>
 
 using namespace tolmo;
 using data::Respuesta;
@@ -560,6 +561,239 @@ TEST_F(FrmConsPSArtConfiguradorTest, CuantasCombinacionesTieneSeVeMientrasSeEdit
     EXPECT_EQ(Celda(lista, 0, 1), "0A0 · 20 cm") << "its order is 0";
     EXPECT_EQ(Celda(lista, 1, 1), "010 · 14 cm");
     EXPECT_EQ(Celda(lista, 1, 2), "7");
+}
+
+/// Three categories, of which TAL has values of the same codes as MED.
+class ConVariasCategorias : public FrmConsPSArtConfiguradorTest {
+  protected:
+    ConVariasCategorias()
+    {
+        Ejecuta(
+            {"INSERT INTO M_OPCIONALES VALUES ('TAL','010','Diez',NULL)",
+             "INSERT INTO PS_CONF_ART_CAT VALUES ('A1','COL','Color','V')",
+             "INSERT INTO PS_CONF_ART_CAT VALUES ('A1','TAL','Talla','V')",
+             "INSERT INTO PS_CONF_ART_VAL (CODARTICULO,CODCATEGORIA,VALOR,ID,SECUENCIA) VALUES ('A1','COL','AZU',50,1)",
+             "INSERT INTO PS_CONF_ART_VAL (CODARTICULO,CODCATEGORIA,VALOR,ID,SECUENCIA) VALUES ('A1','TAL','010',51,1)"});
+    }
+    QString Quedan()
+    {
+        return Tabla("SELECT CODCATEGORIA,VALOR FROM PS_CONF_ART_VAL ORDER BY CODCATEGORIA,VALOR");
+    }
+};
+
+TEST_F(ConVariasCategorias, VariasQueSeEliminanSeLlevanCadaUnaSusValores)
+{
+    AbreCon("A1");
+    PulsaCelda(DataGrid1(), 0, Categoria);
+    PulsaCelda(DataGrid1(), 2, Categoria, Qt::ControlModifier); // COL and TAL, not MED between them
+    avisos.respuestas = {Respuesta::Si};
+
+    QTest::keyClick(&DataGrid1(), Qt::Key_Delete);
+    Reposa();
+
+    EXPECT_EQ(Categorias(), "A1|MED|Medida");
+    EXPECT_EQ(Quedan(), "MED|010 MED|020");
+}
+
+TEST_F(ConVariasCategorias, SeEliminaLaMarcadaAunqueOtraTengaElCursor)
+{
+    AbreCon("A1");
+    PulsaCelda(DataGrid1(), 0, Categoria);
+    PulsaCelda(DataGrid1(), 1, Categoria, Qt::ControlModifier);
+    PulsaCelda(DataGrid1(), 1, Categoria, Qt::ControlModifier); // current, and not selected
+    avisos.respuestas = {Respuesta::Si};
+
+    QTest::keyClick(&DataGrid1(), Qt::Key_Delete);
+    Reposa();
+
+    EXPECT_EQ(Quedan(), "MED|010 MED|020 TAL|010");
+}
+
+TEST_F(ConVariasCategorias, UnaCategoriaQueSeDeshaceDevuelveSusValores)
+{
+    AbreCon("A1");
+    PulsaCelda(DataGrid1(), 0, Categoria);
+    avisos.respuestas = {Respuesta::No};
+    Teclea(DataGrid1(), 0, Categoria, "TAL");
+    EXPECT_EQ(Rotulo("LblCategoria"), "TAL · Talla");
+
+    QTest::keyClick(&DataGrid1(), Qt::Key_Escape);
+    Reposa();
+
+    EXPECT_EQ(EnPantalla(DataGrid1()), "COL|Color MED|Medida TAL|Talla");
+    EXPECT_EQ(Rotulo("LblCategoria"), "COL · Color");
+    EXPECT_EQ(EnPantalla(DataGrid2()), "AZU|1||||||");
+}
+
+TEST_F(ConVariasCategorias, UnNavegadorCanceladoNoPierdeLaFilaQueSeTeclea)
+{
+    AbreCon("A1");
+    PulsaCelda(DataGrid1(), 1, Categoria);
+    VeA("PaginaValores");
+    Teclea(DataGrid2(), 2, Secuencia, "3");
+    PulsaCelda(DataGrid2(), 2, Valor);
+    EnElDialogo([](QWidget& navegador) { navegador.close(); });
+
+    QTest::keyClick(&DataGrid2(), Qt::Key_F11);
+    Reposa();
+
+    EXPECT_EQ(Celda(DataGrid2(), 2, Secuencia), "3");
+    EXPECT_EQ(DataGrid2().currentIndex().row(), 2);
+}
+
+TEST_F(ConVariasCategorias, LoQueElNavegadorBorraYaNoSeVeAlVolver)
+{
+    AbreCon("A1");
+    PulsaCelda(DataGrid1(), 1, Categoria);
+    EnElDialogo([this](QWidget& navegador) {
+        Ejecuta({"DELETE FROM PS_CONF_ART_CAT WHERE CODCATEGORIA='COL'"});
+        navegador.close();
+    });
+
+    QTest::keyClick(&DataGrid1(), Qt::Key_F11);
+    Reposa();
+
+    EXPECT_EQ(EnPantalla(DataGrid1()), "MED|Medida TAL|Talla");
+    EXPECT_EQ(DataGrid1().currentIndex().row(), 0) << "the same category";
+    EXPECT_EQ(Rotulo("LblCategoria"), "MED · Medida");
+}
+
+TEST_F(ConVariasCategorias, UnaCeldaRechazadaNoDejaElegirArticulo)
+{
+    AbreCon("A1");
+    PulsaCelda(DataGrid1(), 1, Categoria);
+    VeA("PaginaValores");
+    TecleaEnCelda(DataGrid2(), 0, Valor, "no");
+    bool abierto = false;
+    QTimer::singleShot(0, &ventana,
+                       [&] { abierto = QApplication::activeModalWidget() != nullptr; });
+
+    Pulsa("CmdBuscaArticulo");
+
+    EXPECT_FALSE(abierto);
+    EXPECT_EQ(avisos.cajas, Cajas{ValorNoValido});
+    ASSERT_NE(Editor(DataGrid2()), nullptr);
+    EXPECT_EQ(Editor(DataGrid2())->text(), "no");
+    EXPECT_EQ(txtCampo_0().text(), "A1");
+}
+
+TEST_F(ConVariasCategorias, ElBotonDelArticuloLoEscribeEnSuCaja)
+{
+    AbreCon("A1");
+    EnElDialogo([](QWidget& buscador) {
+        PulsaCelda(Hijo<data::ui::DataGrid>(buscador, "DataGrid1"), 2, 0);
+        QTest::mouseClick(&Hijo<QPushButton>(buscador, "CmdRetorna"), Qt::LeftButton);
+    });
+
+    Pulsa("CmdBuscaArticulo");
+
+    EXPECT_EQ(txtCampo_0().text(), "A3");
+    EXPECT_EQ(Rotulo("LblDesArt"), "Tapa");
+    EXPECT_EQ(Categorias(), "A1|COL|Color A1|MED|Medida A1|TAL|Talla");
+}
+
+TEST_F(ConVariasCategorias, UnaFilaRechazadaRetieneSuPestana)
+{
+    AbreCon("A1");
+    PulsaCelda(DataGrid1(), 1, Categoria);
+    VeA("PaginaValores");
+    TecleaEnCelda(DataGrid2(), 0, Valor, "no");
+
+    QTabBar* barra = SSTab1().tabBar();
+    QTest::mouseClick(barra, Qt::LeftButton, {}, barra->tabRect(0).center());
+    Reposa();
+    EXPECT_EQ(SSTab1().currentIndex(), 1);
+    QTest::keyClick(&ventana, Qt::Key_Tab, Qt::ControlModifier);
+    Reposa();
+    EXPECT_EQ(SSTab1().currentIndex(), 1);
+
+    QTest::keyClick(Editor(DataGrid2()), Qt::Key_Escape);
+    QTest::mouseClick(barra, Qt::LeftButton, {}, barra->tabRect(0).center());
+    EXPECT_EQ(SSTab1().currentIndex(), 0);
+}
+
+TEST_F(ConVariasCategorias, CadaPestanaRecibeElFocoTambienPorTeclado)
+{
+    AbreCon("A1");
+    QTabBar* barra = SSTab1().tabBar();
+
+    QTest::mouseClick(barra, Qt::LeftButton, {}, barra->tabRect(1).center());
+    EXPECT_TRUE(DataGrid2().hasFocus());
+    QTest::keyClick(&DataGrid2(), Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_TRUE(Hijo<QLineEdit>(ventana, "TxtArtDes").hasFocus());
+    QTest::keyClick(ventana.focusWidget(), Qt::Key_Backtab,
+                    Qt::ControlModifier | Qt::ShiftModifier);
+    QTest::keyClick(ventana.focusWidget(), Qt::Key_Backtab,
+                    Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(DataGrid1().hasFocus());
+}
+
+TEST_F(ConVariasCategorias, ConUnValorRechazadoElCierreTraeSuPestana)
+{
+    AbreCon("A1");
+    PulsaCelda(DataGrid1(), 1, Categoria);
+    VeA("PaginaValores");
+    TecleaEnCelda(DataGrid2(), 0, Valor, "no");
+    SSTab1().setCurrentIndex(3);
+
+    ventana.close();
+
+    EXPECT_TRUE(ventana.isVisible());
+    EXPECT_EQ(SSTab1().currentIndex(), 1);
+    QTest::keyClick(Editor(DataGrid2()), Qt::Key_Escape);
+}
+
+TEST_F(FrmConsPSArtConfiguradorTest, SinAtributoNoSeAnadenValores)
+{
+    AbreCon("A2");
+    VeA("PaginaValores");
+
+    TecleaEnCelda(DataGrid2(), 0, Secuencia, "5");
+    QTest::keyClick(Editor(DataGrid2()), Qt::Key_Return);
+    Reposa();
+
+    EXPECT_EQ(avisos.cajas,
+              (Cajas{{"Elija antes un atributo en la pestaña Atributos", SoloAviso, ""}}));
+    QTest::keyClick(Editor(DataGrid2()), Qt::Key_Escape);
+    EXPECT_EQ(Valores(), DosValores);
+}
+
+TEST_F(FrmConsPSArtConfiguradorTest, UnaCategoriaNuevaNoSeEmpiezaPorSuDescripcion)
+{
+    AbreCon("A1");
+
+    Teclea(DataGrid1(), 1, DescripcionCategoria, "Talla");
+
+    EXPECT_EQ(avisos.cajas, Cajas{CodigoIncorrecto});
+    QTest::keyClick(Editor(DataGrid1()), Qt::Key_Escape);
+    EXPECT_EQ(Categorias(), "A1|MED|Medida");
+}
+
+TEST_F(FrmConsPSArtConfiguradorTest, CorregirElValorDeUnaFilaNuevaNoPierdeSusIncrementos)
+{
+    AbreCon("A1");
+    VeA("PaginaValores");
+
+    Teclea(DataGrid2(), 2, Valor, "0A0");
+    Teclea(DataGrid2(), 2, IncPvp, "9");
+    Teclea(DataGrid2(), 2, Valor, "010");
+    EXPECT_TRUE(DataGrid2().GuardaFila());
+
+    EXPECT_EQ(Tabla("SELECT VALOR,ID,INC_PVP FROM PS_CONF_ART_VAL WHERE ID=42"), "010|42|9");
+}
+
+TEST_F(FrmConsPSArtConfiguradorTest, UnaTablaSinUnaColumnaDelGridSeDice)
+{
+    Ejecuta({"ALTER TABLE PS_CONF_ART_VAL DROP COLUMN INC_PVP5"});
+    Abre();
+    avisos.cajas.clear();
+
+    EscribeArticulo("A1");
+    QTest::keyClick(&txtCampo_0(), Qt::Key_Return);
+
+    ASSERT_FALSE(avisos.cajas.empty());
+    EXPECT_EQ(avisos.cajas.front(),
+              (AvisosDePrueba::Caja{"Ocurrio un error al actualizar el grid", SoloAviso, ""}));
 }
 
 } // namespace

@@ -75,11 +75,4 @@ TEST_F(FotoValor, CualquierOtraEsLaDelValorEnLaCarpetaDeFotos)
     EXPECT_EQ(RutaDeFoto(programa, valor, ""), "C:\\KOV\\FOTOS\\A1MED010.JPG");
 }
 
-TEST(TamanoAjustado, ElLadoQueSobresaleMandaYLaProporcionQueda)
-{
-    EXPECT_EQ(TamanoAjustado({4110, 1000}, {2055, 1215}), QSize(2055, 500));
-    EXPECT_EQ(TamanoAjustado({1000, 2430}, {2055, 1215}), QSize(500, 1215));
-    EXPECT_EQ(TamanoAjustado({100, 100}, {2055, 1215}), QSize(1215, 1215));
-}
-
 } // namespace

@@ -285,4 +285,42 @@ TEST_F(PanelCopiaTest, MientrasCopiaNiSeCierraNiSeTocaYSeVeElAvance)
     EXPECT_FALSE(ventana.isVisible());
 }
 
+TEST_F(PanelCopiaTest, UnCampoQueSeDejaPorOtraPestanaTambienSeRellena)
+{
+    AbreEnCopia();
+    Campo("TxtGrupo").setFocus();
+    QTest::keyClicks(&Campo("TxtGrupo"), "7");
+
+    SSTab1().setCurrentIndex(0);
+    Reposa();
+
+    EXPECT_EQ(Caja("TxtGrupo"), "0007");
+}
+
+TEST_F(PanelCopiaTest, UnArticuloMalTecleadoNoVaciaALosDestinos)
+{
+    AbreEnCopia();
+    Rellena("TxtArtDes", "A2");
+    txtCampo_0().setText("A9");
+
+    Hijo<QPushButton>(ventana, "CmdExporta").click();
+
+    EXPECT_TRUE(avisos.cajas.empty());
+    EXPECT_EQ(Categorias(), "A1|MED|Medida A2|COL|Color");
+    EXPECT_EQ(txtCampo_0().text(), "");
+}
+
+TEST_F(PanelCopiaTest, TrasUnNoElFocoSigueDondeEstaba)
+{
+    AbreEnCopia();
+    Campo("TxtGrupo").setFocus();
+    QTest::keyClicks(&Campo("TxtGrupo"), "7");
+    avisos.respuestas = {Respuesta::No};
+
+    Hijo<QPushButton>(ventana, "CmdExporta").click();
+
+    EXPECT_TRUE(Campo("TxtGrupo").hasFocus());
+    EXPECT_TRUE(Campo("TxtGrupo").isEnabled());
+}
+
 } // namespace

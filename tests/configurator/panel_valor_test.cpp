@@ -149,17 +149,41 @@ TEST_F(PanelValorTest, UnaRutaDeMasDe255CaracteresSeDesecha)
 
 TEST_F(PanelValorTest, ExaminarGuardaLaImagenElegida)
 {
-    const QString ruta = CreaFoto("olla.jpg", {400, 100});
-    Rellena("txtCampo_1", "");
+    CreaFoto("olla.jpg", {400, 100});
     AbreEnValores();
-    Rellena("txtCampo_1", ruta);
+    ventana.setProperty("UltimaCarpeta", carpeta.Ruta().replace('/', '\\'));
     EligeEnElBuscador("olla.jpg");
 
     Pulsa("CmdExaminar");
 
-    EXPECT_TRUE(Foto("010").endsWith("olla.jpg"));
+    EXPECT_TRUE(Foto("010").endsWith("\\olla.jpg"));
     EXPECT_EQ(Foto("010"), Caja("txtCampo_1"));
     EXPECT_EQ(Caja("txtretorna"), "");
+}
+
+TEST_F(PanelValorTest, UnaImagenElegidaDeMasDe255CaracteresSeDesecha)
+{
+    const QString larga(240, 'x');
+    carpeta.CreaCarpeta(larga);
+    CreaFoto(qPrintable(larga + "/olla.jpg"), {4, 4});
+    AbreEnValores();
+    ventana.setProperty("UltimaCarpeta", carpeta.Ruta(larga).replace('/', '\\'));
+    EligeEnElBuscador("olla.jpg");
+
+    Pulsa("CmdExaminar");
+
+    EXPECT_EQ(avisos.cajas, Cajas{RutaLarga});
+    EXPECT_EQ(Caja("txtCampo_1"), "C:\\f\\a.jpg");
+    EXPECT_EQ(Foto("010"), "C:\\f\\a.jpg");
+}
+
+TEST_F(PanelValorTest, UnCampoVaciadoDejaLaFotoVacia)
+{
+    AbreEnValores();
+
+    Rellena("txtCampo_1", "");
+
+    EXPECT_TRUE(sentencias.contains(QString(SqlFoto).replace("%1", "")));
 }
 
 TEST_F(PanelValorTest, UnBuscadorCanceladoDejaLaImagenQueHabia)

@@ -444,9 +444,14 @@ void DataGrid::mousePressEvent(QMouseEvent* evento)
     const QModelIndex destino = indexAt(evento->position().toPoint());
     pulsada_ = CeldaDelBoton(evento->position().toPoint());
     if (pulsada_.isValid() && evento->button() == Qt::LeftButton) {
-        // The value is about to be chosen: what was begun in its cell is given up.
-        if (editor_)
+        // The value is about to be chosen: what was begun in its cell is given up, in another one
+        // it is taken.
+        if (editor_ && pulsada_ == currentIndex())
             closeEditor(editor_, QAbstractItemDelegate::RevertModelCache);
+        if (!CierraEditor()) {
+            pulsada_ = QModelIndex();
+            return;
+        }
         setCurrentIndex(pulsada_);
         return viewport()->update();
     }

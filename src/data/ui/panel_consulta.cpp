@@ -22,8 +22,8 @@ const QString SinCondicion = QStringLiteral("Filtro Selección");
 PanelConsulta::PanelConsulta(Programa& programa, Conexion& conexion, Escritorio& escritorio,
                              int numero, QWidget* padre)
     : QWidget(padre), programa_(programa), adodc_(new Adodc(programa, conexion, this)),
-      grid_(new DataGrid(this)), barra_(new QToolBar(this)), rotulo_(new QLabel(this)),
-      texto_(new QLineEdit(this)), filtro_(new QLineEdit(this))
+      franja_(new QWidget(this)), grid_(new DataGrid(this)), barra_(new QToolBar(franja_)),
+      rotulo_(new QLabel(franja_)), texto_(new QLineEdit(franja_)), filtro_(new QLineEdit(this))
 {
     NombraControles(numero);
     grid_->Enlaza(*adodc_, escritorio);
@@ -46,6 +46,7 @@ void PanelConsulta::NombraControles(int numero)
         control->setObjectName(QLatin1StringView(nombre) + QString::number(numero));
     };
     nombra(this, "PanelConsulta");
+    nombra(franja_, "CoolBar");
     nombra(grid_, "DataGrid");
     nombra(adodc_, "Adodc");
     nombra(texto_, "Text");
@@ -63,13 +64,14 @@ void PanelConsulta::Coloca()
     rotulo_->setBuddy(texto_);
     texto_->setClearButtonEnabled(true);
     texto_->setToolTip(QStringLiteral("Buscar; * o % valen por cualquier texto"));
-    auto* arriba = new QHBoxLayout;
+    auto* arriba = new QHBoxLayout(franja_);
+    arriba->setContentsMargins({});
     arriba->addWidget(barra_);
     arriba->addWidget(rotulo_);
     arriba->addWidget(texto_, 1);
     auto* columna = new QVBoxLayout(this);
     columna->setContentsMargins({});
-    columna->addLayout(arriba);
+    columna->addWidget(franja_);
     columna->addWidget(grid_, 1);
     setTabOrder(texto_, grid_);
     setFocusProxy(texto_);
@@ -187,7 +189,7 @@ void PanelConsulta::Activa()
     if (motivo == Motivo::Otro && grid_->Modelo().HayCambios())
         return;
     EnFrontera(programa_.avisos, [&] {
-        const MarcaDeFila marca(*adodc_, grid_->Definicion().DataFields().value(0));
+        const MarcaDeFila marca(*adodc_, grid_->Definicion().ColumnaDeMarca());
         Llena();
         if (motivo == Motivo::Carga)
             BuscaEnGrid(*adodc_, etiqueta_.Tag, texto_->text());

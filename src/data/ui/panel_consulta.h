@@ -72,6 +72,7 @@ class PanelConsulta : public QWidget {
 
     Programa& programa_;
     Adodc* adodc_;
+    QWidget* franja_; ///< above the grid: toolbar and search box
     DataGrid* grid_;
     QToolBar* barra_;
     QLabel* rotulo_;

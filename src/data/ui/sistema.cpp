@@ -31,8 +31,7 @@ int RelojSistema::Azar()
 
 void EscritorioSistema::AbreDocumento(const QString& ruta)
 {
-    const bool deLaRed = ruta.startsWith(QLatin1String("http://"), Qt::CaseInsensitive) ||
-                         ruta.startsWith(QLatin1String("https://"), Qt::CaseInsensitive);
+    const bool deLaRed = ruta.contains(QLatin1String("://"));
     QDesktopServices::openUrl(deLaRed ? QUrl(ruta) : QUrl::fromLocalFile(RutaLocal(ruta)));
 }
 
