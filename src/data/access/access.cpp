@@ -50,12 +50,12 @@ std::unique_ptr<Proveedor> AbreAccess(const QString& cadena)
     const QString origen = OrigenDeDatos(cadena);
     if (origen.isEmpty())
         NoSeAbre(QStringLiteral("La cadena de conexión no dice qué base de datos se abre"));
+    if (ExisteFichero(origen))
+        return std::make_unique<access::ProveedorAccess>(
+            std::make_unique<access::FicheroAccess>(RutaLocal(origen)));
     const QString embebida = FormaEmbebida(origen);
     if (ExisteFichero(embebida))
         return Abre(embebida);
-    if (ExisteFichero(origen))
-        NoSeAbre(QStringLiteral("No se puede abrir %1: falta a su lado la base de datos %2")
-                     .arg(origen, NombreFichero(embebida)));
     NoSeAbre(QStringLiteral("No se encuentra la base de datos %1").arg(origen));
 }
 

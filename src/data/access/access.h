@@ -4,9 +4,10 @@
 
 namespace tolmo::data {
 
-/// Opens the management database of a Jet connection text: the embedded form (the ending
-/// ".sqlite") of the file that "Data Source=" names. Opening never makes a file.
-/// \throws ErrorSql when there is none
+/// Opens the management database of a Jet connection text: the Access file that "Data Source="
+/// names or, where there is none, its embedded form (the ending ".sqlite"). Opening never makes a
+/// file.
+/// \throws ErrorSql when there is neither, or it can't be opened
 std::unique_ptr<Proveedor> AbreAccess(const QString& cadena);
 
 /// The engine that a connection text names: Jet texts go to AbreAccess, those of the shop and of

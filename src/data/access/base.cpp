@@ -139,7 +139,7 @@ sqlite3_value* Preparada::Valor(int columna) const
 Base::Base(const QString& ruta, Modo modo, const Ahora& ahora)
 {
     sqlite3* base = nullptr;
-    const int crea = modo == Modo::Nueva ? SQLITE_OPEN_CREATE : 0;
+    const int crea = modo == Modo::Existente ? 0 : SQLITE_OPEN_CREATE;
     const int resultado =
         sqlite3_open_v2(ruta.toUtf8().constData(), &base, SQLITE_OPEN_READWRITE | crea, nullptr);
     base_.reset(base);
@@ -165,6 +165,8 @@ void Base::Dispone(Modo modo) const
     // work over network shares: so a file made by another program keeps the mode it has.
     if (modo == Modo::Nueva)
         Ejecuta(QStringLiteral("PRAGMA journal_mode=WAL"));
+    if (modo == Modo::Propia)
+        Ejecuta(QStringLiteral("PRAGMA journal_mode=MEMORY"));
     Ejecuta(QStringLiteral(
         "PRAGMA synchronous=NORMAL; PRAGMA temp_store=MEMORY; PRAGMA cache_size=-65536"));
     Ejecuta(QStringLiteral("SELECT 1 FROM sqlite_schema LIMIT 1"));

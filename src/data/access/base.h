@@ -59,7 +59,11 @@ class Preparada {
 /// An open SQLite file with the functions and the collation of the language.
 class Base {
   public:
-    enum class Modo { Existente, Nueva };
+    enum class Modo {
+        Existente,
+        Nueva,
+        Propia ///< a store of this connection alone, which goes with it; without a path
+    };
 
     /// \throws ErrorSql when the file can't be opened, or isn't a database
     /// `ahora` must outlive the base.

@@ -1,5 +1,7 @@
 #include "data/access/esquema.h"
 #include "data/access/colacion.h"
+#include "data/access/fichero_access.h"
+#include "data/access/modulo_mdb.h"
 #include <algorithm>
 #include <sqlite3.h>
 
@@ -38,6 +40,8 @@ const TablaVista* Esquema::Busca(const QString& nombre) const
     const auto hallada = tablas_.find(Llave(nombre));
     if (hallada == tablas_.end())
         return nullptr;
+    if (!hallada->conectada)
+        Conecta(*hallada);
     if (hallada->columnas.empty() && hallada->clase != TablaVista::Clase::Guardada)
         LeeColumnas(*hallada);
     return &*hallada;
@@ -61,20 +65,66 @@ void Esquema::Olvida()
     tablas_.clear();
 }
 
+void Esquema::Desconecta()
+{
+    Preparada filas = base_.Prepara(QStringLiteral(
+        "SELECT name FROM sqlite_schema WHERE type = 'table' AND sql LIKE 'CREATE VIRTUAL TABLE%'"));
+    QStringList nombres;
+    while (filas.Paso())
+        nombres << filas.Texto(0);
+    for (const QString& nombre : std::as_const(nombres))
+        base_.Ejecuta(SqlDesconectaTabla(nombre));
+    Olvida();
+}
+
+/// A table of the file is made known when it is first named; the text of a query is put together.
+void Esquema::Conecta(TablaVista& tabla) const
+{
+    if (tabla.clase == TablaVista::Clase::Guardada)
+        tabla.texto = fichero_->TextoDeConsulta(tabla.nombre);
+    else
+        base_.Ejecuta(SqlConectaTabla(tabla.nombre));
+    tabla.conectada = true;
+}
+
+/// A table of the engine's own store goes before one of the file.
+void Esquema::LeeDelFichero() const
+{
+    const auto anade = [this](const mdb::Objeto& objeto, TablaVista::Clase clase) {
+        TablaVista& tabla = tablas_[Llave(objeto.nombre)];
+        if (tabla.nombre.isEmpty()) {
+            tabla.nombre = objeto.nombre;
+            tabla.clase = clase;
+            tabla.conectada = false;
+        } else if (!tabla.deFichero) {
+            return;
+        }
+        tabla.deFichero = true;
+        tabla.enlace = objeto.EsEnlace();
+    };
+    for (const mdb::Objeto& objeto : fichero_->Catalogo().TablasDeUsuario())
+        anade(objeto, TablaVista::Clase::Tabla);
+    for (const mdb::Objeto& objeto : fichero_->Catalogo().Consultas())
+        anade(objeto, TablaVista::Clase::Guardada);
+}
+
 void Esquema::Lee() const
 {
     if (leido_)
         return;
     Preparada filas = base_.Prepara(QStringLiteral(
-        "SELECT name, type FROM sqlite_schema WHERE type IN ('table', 'view') AND name NOT LIKE 'sqlite~_%' ESCAPE '~'"));
+        "SELECT name, type, sql LIKE 'CREATE VIRTUAL TABLE%' FROM sqlite_schema WHERE type IN ('table', 'view') AND name NOT LIKE 'sqlite~_%' ESCAPE '~'"));
     while (filas.Paso()) {
         TablaVista tabla;
         tabla.nombre = filas.Texto(0);
         tabla.clase = filas.Texto(1) == QLatin1String("view") ? TablaVista::Clase::Vista
                                                               : TablaVista::Clase::Tabla;
+        tabla.deFichero = filas.Entero(2) != 0;
         tablas_.insert(Llave(tabla.nombre), tabla);
     }
-    if (tablas_.contains(QLatin1String(TablaConsultas)))
+    if (fichero_)
+        LeeDelFichero();
+    else if (tablas_.contains(QLatin1String(TablaConsultas)))
         LeeGuardadas();
     leido_ = true;
 }

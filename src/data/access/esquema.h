@@ -24,30 +24,44 @@ struct TablaVista {
     enum class Clase { Tabla, Vista, Guardada };
     QString nombre{};
     Clase clase = Clase::Tabla;
-    QString texto{};      ///< of a stored query
-    bool conFila = false; ///< it has row numbers, by which a row can be told
+    bool deFichero = false; ///< of the Access file, not of the engine's own store
+    bool enlace = false;    ///< it lives in another file
+    bool conectada = true;  ///< the engine knows it
+    QString texto{};        ///< of a stored query
+    bool conFila = false;   ///< it has row numbers, by which a row can be told
     std::vector<ColumnaVista> columnas{};
 
     const ColumnaVista* Busca(const QString& columna) const;
 };
 
-/// The tables of a base, read as they are asked for and kept until Olvida.
+class FicheroAccess;
+
+/// The tables of a base, and of the Access file that it stands for, if any; read as they are asked
+/// for and kept until Olvida.
 class Esquema {
   public:
-    explicit Esquema(const Base& base) : base_(base) {}
+    explicit Esquema(const Base& base, const FicheroAccess* fichero = nullptr)
+        : base_(base), fichero_(fichero)
+    {
+    }
 
     /// The table, view or stored query of that name, in any case; nullptr when there is none.
     const TablaVista* Busca(const QString& nombre) const;
     std::vector<const TablaVista*> Todas() const;
     void Olvida();
+    /// Makes the engine forget the tables of the file too: they may have another shape now.
+    void Desconecta();
 
   private:
     void Lee() const;
+    void LeeDelFichero() const;
+    void Conecta(TablaVista& tabla) const;
     void LeeGuardadas() const;
     void LeeColumnas(TablaVista& tabla) const;
     QSet<QString> PrimerasDeIndice(const QString& tabla) const;
 
     const Base& base_;
+    const FicheroAccess* fichero_;
     mutable bool leido_ = false;
     mutable QHash<QString, TablaVista> tablas_; ///< by name in lower case
 };

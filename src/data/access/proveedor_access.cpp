@@ -2,6 +2,7 @@
 #include "data/access/analizador.h"
 #include "data/access/errores_access.h"
 #include "data/access/lectura.h"
+#include "data/access/modulo_mdb.h"
 #include <sqlite3.h>
 
 namespace tolmo::data::access {
@@ -37,9 +38,26 @@ ProveedorAccess::ProveedorAccess(const QString& ruta, Base::Modo modo, Ahora aho
 {
 }
 
+ProveedorAccess::ProveedorAccess(std::unique_ptr<FicheroAccess> fichero, Ahora ahora)
+    : ahora_(std::move(ahora)), fichero_(std::move(fichero)),
+      base_(QString(), Base::Modo::Propia, ahora_), esquema_(base_, fichero_.get()), apoyos_(base_),
+      versionDatos_(base_.Prepara(QStringLiteral("PRAGMA data_version"))),
+      versionEsquema_(base_.Prepara(QStringLiteral("PRAGMA schema_version"))),
+      listas_(ListasGuardadas)
+{
+    RegistraModuloMdb(base_.Manejo(), *fichero_);
+}
+
 // What another process does to the tables, or to the stored queries, outdates what is kept here.
 void ProveedorAccess::NotaCambiosAjenos()
 {
+    if (fichero_) {
+        if (fichero_->Refresca()) {
+            listas_.clear();
+            esquema_.Desconecta();
+        }
+        return;
+    }
     versionDatos_.Paso();
     const qlonglong datos = versionDatos_.Entero(0);
     versionDatos_.Reinicia();
@@ -254,11 +272,14 @@ std::vector<TablaEsquema> ProveedorAccess::Tablas()
     NotaCambiosAjenos();
     std::vector<TablaEsquema> tablas;
     for (const TablaVista* tabla : esquema_.Todas()) {
-        if (tabla->nombre == QLatin1String(TablaConsultas)) {
+        if (tabla->enlace) {
+            tablas.push_back({tabla->nombre, QStringLiteral("LINK")});
+        } else if (tabla->nombre == QLatin1String(TablaConsultas)) {
             tablas.push_back({tabla->nombre, QStringLiteral("SYSTEM TABLE")});
         } else if (tabla->clase == TablaVista::Clase::Tabla) {
             tablas.push_back({tabla->nombre, QStringLiteral("TABLE")});
-        } else if (tabla->clase == TablaVista::Clase::Vista || EsSeleccion(tabla->texto)) {
+        } else if (tabla->clase == TablaVista::Clase::Vista ||
+                   EsSeleccion(esquema_.Busca(tabla->nombre)->texto)) {
             tablas.push_back({tabla->nombre, QStringLiteral("VIEW")});
         }
     }

@@ -1,6 +1,7 @@
 #pragma once
 #include "data/access/base.h"
 #include "data/access/esquema.h"
+#include "data/access/fichero_access.h"
 #include "data/access/funciones.h"
 #include "data/access/indices_apoyo.h"
 #include "data/access/lexico.h"
@@ -17,6 +18,12 @@ class ProveedorAccess : public Proveedor {
     /// \throws ErrorSql when the file can't be opened
     ProveedorAccess(
         const QString& ruta, Base::Modo modo,
+        Ahora ahora = [] { return QDateTime::currentDateTime(); });
+
+    /// The same on an Access file. What the program makes for itself while it runs stays in a
+    /// store of the connection and never reaches the file.
+    explicit ProveedorAccess(
+        std::unique_ptr<FicheroAccess> fichero,
         Ahora ahora = [] { return QDateTime::currentDateTime(); });
 
     Filas Consulta(const QString& sql, bool actualizable) override;
@@ -45,6 +52,7 @@ class ProveedorAccess : public Proveedor {
     template <class Accion> auto ComoValor(Accion accion);
 
     Ahora ahora_;
+    std::unique_ptr<FicheroAccess> fichero_{}; ///< behind the base, if any
     Base base_;
     Esquema esquema_;
     IndicesApoyo apoyos_;

@@ -68,13 +68,21 @@ TEST_F(Apertura, AbrirNuncaCreaElFichero)
     EXPECT_TRUE(QDir(carpeta_.path()).isEmpty());
 }
 
-TEST_F(Apertura, UnFicheroDeAccessSoloDiceQueFalta)
+TEST_F(Apertura, UnFicheroDeAccessRotoDiceCualEs)
 {
     Escribe("BDLOCAL.mdb", "x");
 
     EXPECT_EQ(Fallo([&] { AbreAccess(Cadena("BDLOCAL.mdb")); }),
-              "No se puede abrir " + Ruta("BDLOCAL.mdb") +
-                  ": falta a su lado la base de datos BDLOCAL.sqlite");
+              "El fichero es demasiado corto para ser una base de datos de Access (fichero " +
+                  Ruta("BDLOCAL.mdb") + ")");
+}
+
+TEST_F(Apertura, ElFicheroDeAccessVaAntesQueSuFormaEmbebida)
+{
+    CreaBaseEmbebida(Ruta("BDLOCAL.sqlite"));
+    Escribe("BDLOCAL.mdb", "x");
+
+    EXPECT_NE(Fallo([&] { AbreAccess(Cadena("BDLOCAL.mdb")); }), "");
 }
 
 TEST_F(Apertura, UnFicheroQueNoEsBaseDeDatosSeDice)

@@ -1,0 +1,269 @@
+#include "data/access/modulo_mdb.h"
+#include "data/access/base.h"
+#include "data/access/colacion.h"
+#include "data/access/dispersion_mdb.h"
+#include "data/access/errores_access.h"
+#include "data/access/fichero_access.h"
+#include "data/access/lectura_mdb.h"
+#include "data/access/valores_mdb.h"
+#include <map>
+#include <sqlite3.h>
+
+namespace tolmo::data::access {
+namespace {
+
+constexpr const char* NombreModulo = "kov_mdb";
+
+/// A table of the file as the engine knows it.
+struct TablaVirtual : sqlite3_vtab {
+    TablaVirtual(FicheroAccess& suFichero, mdb::Tabla suTabla)
+        : sqlite3_vtab{}, fichero(suFichero), tabla(std::move(suTabla))
+    {
+    }
+
+    /// What was gathered of a column; made when it is asked for the second time, as the first time
+    /// reading all rows does the same.
+    const DispersionMdb* Dispersion(int columna)
+    {
+        if (version != fichero.Version()) {
+            dispersiones.clear();
+            pedidas.clear();
+            version = fichero.Version();
+        }
+        if (pedidas[columna]++ == 0)
+            return nullptr;
+        auto hecha = dispersiones.find(columna);
+        if (hecha == dispersiones.end())
+            hecha =
+                dispersiones
+                    .try_emplace(columna, tabla,
+                                 tabla.definicion().columnas.at(static_cast<std::size_t>(columna)))
+                    .first;
+        return &hecha->second;
+    }
+
+    FicheroAccess& fichero;
+    mdb::Tabla tabla;
+    std::map<int, DispersionMdb> dispersiones{};
+    std::map<int, int> pedidas{};
+    quint64 version = 0;
+};
+
+struct CursorVirtual : sqlite3_vtab_cursor {
+    explicit CursorVirtual(TablaVirtual& tabla) : sqlite3_vtab_cursor{}, lectura(tabla.tabla) {}
+
+    LecturaMdb lectura;
+    bool fin = false;
+};
+
+TablaVirtual& De(sqlite3_vtab* tabla)
+{
+    return *static_cast<TablaVirtual*>(tabla);
+}
+TablaVirtual& TablaDe(sqlite3_vtab_cursor* cursor)
+{
+    return De(cursor->pVtab);
+}
+CursorVirtual& De(sqlite3_vtab_cursor* cursor)
+{
+    return *static_cast<CursorVirtual*>(cursor);
+}
+
+int Falla(sqlite3_vtab* tabla, const QString& descripcion)
+{
+    sqlite3_free(tabla->zErrMsg);
+    tabla->zErrMsg = sqlite3_mprintf("%s", descripcion.toUtf8().constData());
+    return SQLITE_ERROR;
+}
+
+/// The engine is of another language: no error may pass through it but by its own way.
+template <class Accion> int Hace(sqlite3_vtab* tabla, Accion accion)
+{
+    try {
+        return accion();
+    } catch (const ErrorDatos& error) {
+        return Falla(tabla, error.Descripcion());
+    } catch (const std::bad_alloc&) {
+        return SQLITE_NOMEM;
+    }
+}
+
+QString Declara(const mdb::Definicion& definicion)
+{
+    QStringList columnas;
+    for (const mdb::Columna& columna : definicion.columnas) {
+        const TipoDeclarado tipo = TipoDeColumna(columna);
+        QString declarada = Identificador(columna.nombre) + u' ' + Declaracion(tipo);
+        if (EsTexto(tipo.tipo))
+            declarada += QStringLiteral(" COLLATE ") + QLatin1String(Colacion);
+        columnas << declarada;
+    }
+    return QStringLiteral("CREATE TABLE x (%1)").arg(columnas.join(QStringLiteral(", ")));
+}
+
+int Conecta(sqlite3* base, void* fichero, int argc, const char* const* argv, sqlite3_vtab** tabla,
+            char** error)
+{
+    try {
+        if (argc < 3)
+            return SQLITE_ERROR;
+        auto& suyo = *static_cast<FicheroAccess*>(fichero);
+        auto nueva = std::make_unique<TablaVirtual>(suyo, suyo.Tabla(QString::fromUtf8(argv[2])));
+        const QByteArray declaracion = Declara(nueva->tabla.definicion()).toUtf8();
+        const int resultado = sqlite3_declare_vtab(base, declaracion.constData());
+        if (resultado != SQLITE_OK)
+            return resultado;
+        *tabla = nueva.release();
+        return SQLITE_OK;
+    } catch (const ErrorDatos& fallo) {
+        *error = sqlite3_mprintf("%s", fallo.Descripcion().toUtf8().constData());
+        return SQLITE_ERROR;
+    } catch (const std::bad_alloc&) {
+        return SQLITE_NOMEM;
+    }
+}
+
+int Desconecta(sqlite3_vtab* tabla)
+{
+    delete &De(tabla);
+    return SQLITE_OK;
+}
+
+int EligeIndice(sqlite3_vtab* tabla, sqlite3_index_info* info)
+{
+    return Hace(tabla, [&] {
+        EligePlan(De(tabla).tabla.definicion(), *info);
+        return SQLITE_OK;
+    });
+}
+
+int Abre(sqlite3_vtab* tabla, sqlite3_vtab_cursor** cursor)
+{
+    return Hace(tabla, [&] {
+        *cursor = new CursorVirtual(De(tabla));
+        return SQLITE_OK;
+    });
+}
+
+int Cierra(sqlite3_vtab_cursor* cursor)
+{
+    delete &De(cursor);
+    return SQLITE_OK;
+}
+
+int Avanza(sqlite3_vtab_cursor* cursor)
+{
+    return Hace(cursor->pVtab, [&] {
+        De(cursor).fin = !De(cursor).lectura.Siguiente();
+        return SQLITE_OK;
+    });
+}
+
+void EmpiezaPorDispersion(TablaVirtual& tabla, LecturaMdb& lectura, int columna,
+                          sqlite3_value* valor)
+{
+    const mdb::Columna& suya =
+        tabla.tabla.definicion().columnas.at(static_cast<std::size_t>(columna));
+    const auto margen = MargenDe(valor, suya);
+    const DispersionMdb* dispersion =
+        margen && margen->exacto ? tabla.Dispersion(columna) : nullptr;
+    auto filas = dispersion ? dispersion->Filas(margen->desde) : std::nullopt;
+    if (filas)
+        lectura.EmpiezaPorFilas(std::move(*filas));
+    else
+        lectura.EmpiezaPorTodo();
+}
+
+int Filtra(sqlite3_vtab_cursor* cursor, int numero, const char* partes, int argc,
+           sqlite3_value** argv)
+{
+    return Hace(cursor->pVtab, [&] {
+        const PlanLectura plan = PlanLectura::De(numero, partes);
+        LecturaMdb& lectura = De(cursor).lectura;
+        const std::span<sqlite3_value* const> argumentos(argv, static_cast<std::size_t>(argc));
+        switch (plan.modo) {
+        case PlanLectura::Modo::Todo:
+            lectura.EmpiezaPorTodo();
+            break;
+        case PlanLectura::Modo::Fila:
+            lectura.EmpiezaPorFila(
+                mdb::Puntero::De(static_cast<quint32>(sqlite3_value_int64(argv[0]))));
+            break;
+        case PlanLectura::Modo::Indice:
+            lectura.EmpiezaPorIndice(plan, argumentos);
+            break;
+        case PlanLectura::Modo::Dispersion:
+            if (sqlite3_value_type(argv[0]) == SQLITE_NULL)
+                lectura.EmpiezaSinFilas();
+            else
+                EmpiezaPorDispersion(TablaDe(cursor), lectura, plan.indice, argv[0]);
+            break;
+        }
+        return Avanza(cursor);
+    });
+}
+
+int EsElFin(sqlite3_vtab_cursor* cursor)
+{
+    return De(cursor).fin ? 1 : 0;
+}
+
+int DaColumna(sqlite3_vtab_cursor* cursor, sqlite3_context* contexto, int columna)
+{
+    return Hace(cursor->pVtab, [&] {
+        // A column that an UPDATE leaves alone isn't read, nor written.
+        if (sqlite3_vtab_nochange(contexto))
+            return SQLITE_OK;
+        const auto& columnas = TablaDe(cursor).tabla.definicion().columnas;
+        Entrega(contexto,
+                De(cursor).lectura.Fila().Lee(columnas.at(static_cast<std::size_t>(columna))));
+        return SQLITE_OK;
+    });
+}
+
+int DaFila(sqlite3_vtab_cursor* cursor, sqlite3_int64* fila)
+{
+    *fila = De(cursor).lectura.Puntero().Numero();
+    return SQLITE_OK;
+}
+
+sqlite3_module Modulo()
+{
+    sqlite3_module modulo{};
+    modulo.iVersion = 2;
+    modulo.xCreate = Conecta;
+    modulo.xConnect = Conecta;
+    modulo.xBestIndex = EligeIndice;
+    modulo.xDisconnect = Desconecta;
+    modulo.xDestroy = Desconecta;
+    modulo.xOpen = Abre;
+    modulo.xClose = Cierra;
+    modulo.xFilter = Filtra;
+    modulo.xNext = Avanza;
+    modulo.xEof = EsElFin;
+    modulo.xColumn = DaColumna;
+    modulo.xRowid = DaFila;
+    return modulo;
+}
+
+} // namespace
+
+void RegistraModuloMdb(sqlite3* base, FicheroAccess& fichero)
+{
+    static const sqlite3_module modulo = Modulo();
+    if (sqlite3_create_module_v2(base, NombreModulo, &modulo, &fichero, nullptr) != SQLITE_OK)
+        Rechaza(QString::fromUtf8(sqlite3_errmsg(base)));
+}
+
+QString SqlConectaTabla(const QString& nombre)
+{
+    return QStringLiteral("CREATE VIRTUAL TABLE %1 USING %2")
+        .arg(Identificador(nombre), QLatin1String(NombreModulo));
+}
+
+QString SqlDesconectaTabla(const QString& nombre)
+{
+    return QStringLiteral("DROP TABLE IF EXISTS %1").arg(Identificador(nombre));
+}
+
+} // namespace tolmo::data::access

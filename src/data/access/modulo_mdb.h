@@ -1,0 +1,18 @@
+#pragma once
+#include <QString>
+
+struct sqlite3;
+
+namespace tolmo::data::access {
+
+class FicheroAccess;
+
+/// Lets the engine see the tables of an Access file. The file outlives the engine's connection.
+void RegistraModuloMdb(sqlite3* base, FicheroAccess& fichero);
+
+/// The statement that makes a table of the file known under its name; and the one that ends it,
+/// which leaves the file as it is.
+QString SqlConectaTabla(const QString& nombre);
+QString SqlDesconectaTabla(const QString& nombre);
+
+} // namespace tolmo::data::access

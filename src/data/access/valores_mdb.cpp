@@ -1,0 +1,323 @@
+#include "data/access/valores_mdb.h"
+#include "data/access/errores_access.h"
+#include "data/access/fechas.h"
+#include "data/access/mdb/clave_texto.h"
+#include <QUuid>
+#include <cmath>
+#include <limits>
+#include <sqlite3.h>
+
+namespace tolmo::data::access {
+namespace {
+
+using mdb::Dato;
+using mdb::TipoColumna;
+
+/// Half a second and a bit, in days: dates are shown to the second, and held finer.
+constexpr double MargenDeFecha = 0.6 / 86400;
+constexpr double PartesDeMoneda = 10000;
+constexpr double LimiteDeMoneda = 9e18;
+
+std::string_view Bytes(sqlite3_value* valor)
+{
+    const void* bytes = sqlite3_value_blob(valor);
+    const int largo = sqlite3_value_bytes(valor);
+    return {static_cast<const char*>(bytes), bytes ? static_cast<std::size_t>(largo) : 0};
+}
+
+QString Texto(sqlite3_value* valor)
+{
+    const auto* texto = reinterpret_cast<const char*>(sqlite3_value_text(valor));
+    return QString::fromUtf8(texto, sqlite3_value_bytes(valor));
+}
+
+bool EsNumero(sqlite3_value* valor)
+{
+    const int clase = sqlite3_value_type(valor);
+    return clase == SQLITE_INTEGER || clase == SQLITE_FLOAT;
+}
+
+void EntregaTexto(sqlite3_context* contexto, const QString& texto)
+{
+    const QByteArray bytes = texto.toUtf8();
+    sqlite3_result_text64(contexto, bytes.constData(), static_cast<sqlite3_uint64>(bytes.size()),
+                          SQLITE_TRANSIENT, SQLITE_UTF8);
+}
+
+QString TextoDeGuid(const mdb::Guid& guid)
+{
+    const auto& b = guid.bytes;
+    const auto u32 = qFromLittleEndian<quint32>(b.data());
+    const auto u16 = [&b](std::size_t donde) {
+        return qFromLittleEndian<quint16>(b.data() + donde);
+    };
+    return QUuid(u32, u16(4), u16(6), b[8], b[9], b[10], b[11], b[12], b[13], b[14], b[15])
+        .toString(QUuid::WithBraces)
+        .toUpper();
+}
+
+mdb::Guid GuidDe(const QString& texto)
+{
+    const QUuid id = QUuid::fromString(texto);
+    if (id.isNull() && !texto.contains(QLatin1String("00000000-0000")))
+        Rechaza(QStringLiteral("«%1» no es un identificador GUID").arg(texto));
+    mdb::Guid guid;
+    qToLittleEndian<quint32>(id.data1, guid.bytes.data());
+    qToLittleEndian<quint16>(id.data2, guid.bytes.data() + 4);
+    qToLittleEndian<quint16>(id.data3, guid.bytes.data() + 6);
+    std::copy(std::begin(id.data4), std::end(id.data4), guid.bytes.begin() + 8);
+    return guid;
+}
+
+/// A number of up to 15 digits, which is what the engine's own hold, over the column's scale.
+mdb::Numerico NumericoDe(double valor, quint8 escala)
+{
+    const double entero = std::nearbyint(std::abs(valor) * std::pow(10.0, escala));
+    if (!(entero < 18446744073709551615.0))
+        Rechaza(QStringLiteral("El número no cabe en el campo"));
+    const auto cuerpo = static_cast<quint64>(entero);
+    return {.palabras = {0, 0, static_cast<quint32>(cuerpo >> 32), static_cast<quint32>(cuerpo)},
+            .escala = escala,
+            .negativo = valor < 0 && cuerpo != 0};
+}
+
+std::optional<double> SerieDe(sqlite3_value* valor)
+{
+    if (EsNumero(valor))
+        return sqlite3_value_double(valor);
+    const auto momento = LeeIso(Bytes(valor));
+    return momento ? std::optional(Serie(*momento)) : std::nullopt;
+}
+
+qint64 AEntero(double numero)
+{
+    constexpr double Limite = 9.2e18;
+    return static_cast<qint64>(std::clamp(numero, -Limite, Limite));
+}
+
+/// The whole numbers around a number, which are the same where it is whole.
+Margen MargenEntero(double numero)
+{
+    return {.desde = AEntero(std::floor(numero)),
+            .hasta = AEntero(std::ceil(numero)),
+            .exacto = std::floor(numero) == numero};
+}
+
+std::optional<std::pair<qint64, qint64>> LimitesDe(TipoColumna tipo)
+{
+    switch (tipo) {
+    case TipoColumna::Byte:
+        return std::pair<qint64, qint64>(0, 255);
+    case TipoColumna::Entero:
+        return std::pair<qint64, qint64>(-32768, 32767);
+    case TipoColumna::Largo:
+        return std::pair<qint64, qint64>(std::numeric_limits<qint32>::min(),
+                                         std::numeric_limits<qint32>::max());
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+TipoDeclarado TipoDeColumna(const mdb::Columna& columna)
+{
+    switch (columna.tipo) {
+    case TipoColumna::Logico:
+        return {Tipo::Logico};
+    case TipoColumna::Byte:
+        return {Tipo::Byte};
+    case TipoColumna::Entero:
+        return {Tipo::Corto};
+    case TipoColumna::Largo:
+    case TipoColumna::Complejo:
+        return {Tipo::Entero};
+    case TipoColumna::Grande:
+        return {Tipo::Grande};
+    case TipoColumna::Moneda:
+        return {Tipo::Moneda};
+    case TipoColumna::Simple:
+        return {Tipo::Simple};
+    case TipoColumna::Doble:
+    case TipoColumna::Numerico:
+        return {Tipo::Doble};
+    case TipoColumna::Fecha:
+        return {Tipo::Fecha};
+    case TipoColumna::Texto:
+        return {Tipo::Texto, columna.largo / 2};
+    case TipoColumna::Guid:
+        return {Tipo::Texto, 38};
+    case TipoColumna::Memo:
+        return {Tipo::Memo};
+    case TipoColumna::FechaExtendida:
+        return {Tipo::Texto, 42};
+    case TipoColumna::Binario:
+    case TipoColumna::BinarioFijo:
+    case TipoColumna::Ole:
+        break;
+    }
+    return {Tipo::Binario};
+}
+
+void Entrega(sqlite3_context* contexto, const Dato& dato)
+{
+    struct Visita {
+        sqlite3_context* c;
+        void operator()(std::monostate) const { sqlite3_result_null(c); }
+        void operator()(bool verdad) const { sqlite3_result_int(c, verdad ? -1 : 0); }
+        void operator()(qint64 numero) const { sqlite3_result_int64(c, numero); }
+        void operator()(const mdb::Moneda& moneda) const
+        {
+            constexpr qint64 Partes = 10000;
+            if (moneda.diezmilesimas % Partes == 0)
+                sqlite3_result_int64(c, moneda.diezmilesimas / Partes);
+            else
+                sqlite3_result_double(c,
+                                      static_cast<double>(moneda.diezmilesimas) / PartesDeMoneda);
+        }
+        void operator()(float numero) const
+        {
+            sqlite3_result_double(c, static_cast<double>(numero));
+        }
+        void operator()(double numero) const { sqlite3_result_double(c, numero); }
+        void operator()(const mdb::Fecha& fecha) const
+        {
+            EntregaTexto(c, Iso(DesdeSerie(fecha.dias)));
+        }
+        void operator()(const mdb::Guid& guid) const { EntregaTexto(c, TextoDeGuid(guid)); }
+        void operator()(const mdb::Numerico& numero) const
+        {
+            sqlite3_result_double(c, mdb::AValor(Dato(numero)).toDouble());
+        }
+        void operator()(const QString& texto) const { EntregaTexto(c, texto); }
+        void operator()(const QByteArray& bytes) const
+        {
+            sqlite3_result_blob64(c, bytes.constData(), static_cast<sqlite3_uint64>(bytes.size()),
+                                  SQLITE_TRANSIENT);
+        }
+    };
+    std::visit(Visita{contexto}, dato);
+}
+
+Dato DatoDe(sqlite3_value* valor, const mdb::Columna& columna)
+{
+    if (sqlite3_value_type(valor) == SQLITE_NULL) {
+        // Truth has no Null.
+        return columna.tipo == TipoColumna::Logico ? Dato(false) : Dato();
+    }
+    switch (columna.tipo) {
+    case TipoColumna::Logico:
+        return sqlite3_value_double(valor) != 0;
+    case TipoColumna::Byte:
+    case TipoColumna::Entero:
+    case TipoColumna::Largo:
+    case TipoColumna::Complejo:
+    case TipoColumna::Grande:
+        return static_cast<qint64>(sqlite3_value_int64(valor));
+    case TipoColumna::Moneda:
+        return mdb::Moneda{AEntero(std::nearbyint(sqlite3_value_double(valor) * PartesDeMoneda))};
+    case TipoColumna::Simple:
+        return static_cast<float>(sqlite3_value_double(valor));
+    case TipoColumna::Doble:
+        return sqlite3_value_double(valor);
+    case TipoColumna::Numerico:
+        return NumericoDe(sqlite3_value_double(valor), columna.escala);
+    case TipoColumna::Fecha:
+        if (const auto serie = SerieDe(valor))
+            return mdb::Fecha{*serie};
+        Rechaza(QStringLiteral("El campo %1 tiene que ser una fecha").arg(columna.nombre));
+    case TipoColumna::Guid:
+        return GuidDe(Texto(valor));
+    case TipoColumna::Texto:
+    case TipoColumna::Memo:
+    case TipoColumna::FechaExtendida:
+        return Texto(valor);
+    case TipoColumna::Binario:
+    case TipoColumna::BinarioFijo:
+    case TipoColumna::Ole:
+        break;
+    }
+    const std::string_view bytes = Bytes(valor);
+    return QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size()));
+}
+
+bool SeBuscaExacta(TipoColumna tipo)
+{
+    return tipo == TipoColumna::Texto || tipo == TipoColumna::Byte || tipo == TipoColumna::Entero ||
+           tipo == TipoColumna::Largo || tipo == TipoColumna::Grande ||
+           tipo == TipoColumna::Moneda || tipo == TipoColumna::Logico;
+}
+
+bool SeBusca(const mdb::Columna& columna)
+{
+    if (columna.tipo == TipoColumna::Texto)
+        return mdb::OrdenConocido(columna.orden);
+    return SeBuscaExacta(columna.tipo) || columna.tipo == TipoColumna::Simple ||
+           columna.tipo == TipoColumna::Doble || columna.tipo == TipoColumna::Fecha;
+}
+
+std::optional<Margen> MargenDe(sqlite3_value* valor, const mdb::Columna& columna)
+{
+    const bool esTexto = sqlite3_value_type(valor) == SQLITE_TEXT;
+    switch (columna.tipo) {
+    case TipoColumna::Texto: {
+        if (!esTexto)
+            return std::nullopt;
+        const Dato texto = Texto(valor);
+        return Margen{.desde = texto, .hasta = texto, .exacto = true};
+    }
+    case TipoColumna::Fecha: {
+        const auto serie = esTexto ? SerieDe(valor) : std::nullopt;
+        // Before 1900 the order of the numbers isn't that of the moments.
+        if (!serie || *serie < 1)
+            return std::nullopt;
+        return Margen{.desde = mdb::Fecha{*serie - MargenDeFecha},
+                      .hasta = mdb::Fecha{*serie + MargenDeFecha}};
+    }
+    default:
+        break;
+    }
+    if (!EsNumero(valor))
+        return std::nullopt;
+    const double numero = sqlite3_value_double(valor);
+    switch (columna.tipo) {
+    case TipoColumna::Simple:
+    case TipoColumna::Doble: {
+        // A step to either side: the two zeros, and what rounding to a single number leaves.
+        const double paso = std::max(std::abs(numero) * 1e-6, 1e-30);
+        if (columna.tipo == TipoColumna::Doble)
+            return Margen{.desde = numero - paso, .hasta = numero + paso};
+        return Margen{.desde = static_cast<float>(numero - paso),
+                      .hasta = static_cast<float>(numero + paso)};
+    }
+    case TipoColumna::Moneda: {
+        const double partes = numero * PartesDeMoneda;
+        if (std::abs(partes) > LimiteDeMoneda)
+            return std::nullopt;
+        // What a double leaves of the four decimals is no other amount.
+        const double cercano = std::nearbyint(partes);
+        const Margen margen = MargenEntero(std::abs(partes - cercano) < 1e-3 ? cercano : partes);
+        return Margen{.desde = mdb::Moneda{mdb::Como<qint64>(margen.desde)},
+                      .hasta = mdb::Moneda{mdb::Como<qint64>(margen.hasta)},
+                      .exacto = margen.exacto};
+    }
+    case TipoColumna::Logico:
+        if (numero != 0 && numero != -1)
+            return std::nullopt;
+        return Margen{.desde = numero != 0, .hasta = numero != 0, .exacto = true};
+    case TipoColumna::Byte:
+    case TipoColumna::Entero:
+    case TipoColumna::Largo:
+    case TipoColumna::Grande: {
+        const auto limites = LimitesDe(columna.tipo);
+        if (limites && (numero < static_cast<double>(limites->first) ||
+                        numero > static_cast<double>(limites->second)))
+            return std::nullopt;
+        return MargenEntero(numero);
+    }
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace tolmo::data::access
