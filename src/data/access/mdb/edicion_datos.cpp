@@ -150,7 +150,9 @@ void EdicionDatos::PonLargo(std::size_t ranura, std::size_t largo)
         Danado(QStringLiteral("La página no tiene sitio para una fila"), {.pagina = numero_});
     const std::size_t masBaja = Fin(Ranuras());
     const std::size_t nueva = masBaja + antes - largo;
-    std::memmove(pagina_.data() + nueva, pagina_.data() + masBaja, Principio(ranura) - masBaja);
+    // The slot keeps its first bytes.
+    std::memmove(pagina_.data() + nueva, pagina_.data() + masBaja,
+                 Principio(ranura) - masBaja + std::min(antes, largo));
     for (std::size_t i = ranura; i < Ranuras(); ++i)
         PonValor(i, Principio(i) + antes - largo, Estado(i));
     PonLibres();
