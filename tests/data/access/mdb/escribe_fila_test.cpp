@@ -112,6 +112,17 @@ TEST(EscribeDato, CadaTipoTieneSusLimites)
               "El valor no es del tipo de la columna (columna C)");
 }
 
+TEST(EscribeDato, LaHoraDeUnDiaAnteriorAlPrimeroNoLlevaSigno)
+{
+    const auto momento = [](int dia, int hora) {
+        return QDateTime(QDate(1899, 12, dia), QTime(hora, 0), Qt::UTC);
+    };
+    EXPECT_EQ(FechaDe(momento(29, 6)).dias, -1.25);
+    EXPECT_EQ(FechaDe(momento(30, 6)).dias, 0.25);
+    EXPECT_EQ(FechaDe(momento(31, 18)).dias, 1.75);
+    EXPECT_EQ(FechaHora(FechaDe(momento(28, 23))), momento(28, 23));
+}
+
 TEST(EscribeDato, UnNumericoTomaLaEscalaDeSuColumna)
 {
     Columna columna = De(TipoColumna::Numerico);
