@@ -2,6 +2,7 @@
 #include "data/access/mdb/asignacion.h"
 #include "data/access/mdb/edicion_indice.h"
 #include "data/access/mdb/errores_mdb.h"
+#include "data/access/mdb/escribe_bytes.h"
 #include "data/access/mdb/mapa.h"
 #include <algorithm>
 #include <optional>
@@ -11,11 +12,6 @@ namespace {
 
 // A page of a sound tree has dozens of children, so no file holds one of so many levels.
 constexpr std::size_t MasNiveles = 32;
-
-std::span<const quint8> AVista(const QByteArray& bytes)
-{
-    return {reinterpret_cast<const quint8*>(bytes.data()), static_cast<std::size_t>(bytes.size())};
-}
 
 bool EmpiezaPor(std::span<const quint8> bytes, std::span<const quint8> principio)
 {
@@ -345,7 +341,7 @@ bool ArbolIndice::BorraDeFila(const QByteArray& principio, Puntero fila)
             return hallada.has_value();
         });
     };
-    busca(AVista(principio));
+    busca(BytesDe(principio).Todo());
     if (!hallada)
         busca({});
     if (!hallada)
@@ -357,7 +353,7 @@ bool ArbolIndice::BorraDeFila(const QByteArray& principio, Puntero fila)
 
 bool ArbolIndice::Tiene(const QByteArray& clave)
 {
-    const auto buscada = AVista(clave);
+    const auto buscada = BytesDe(clave).Todo();
     bool hallada = false;
     Recorre(buscada, [&](const Entrada& entrada) {
         hallada = Iguales(entrada.Clave(), buscada);

@@ -1,5 +1,5 @@
 #include "data/access/mdb/edicion_indice.h"
-#include "data/access/mdb/errores_mdb.h"
+#include "data/access/mdb/escribe_bytes.h"
 #include <algorithm>
 
 namespace tolmo::data::access::mdb {
@@ -7,16 +7,6 @@ namespace {
 
 constexpr std::size_t PosicionLibres = 2;
 constexpr std::size_t PosicionTabla = 4;
-
-void Pon32(std::span<quint8> bytes, std::size_t posicion, quint32 valor)
-{
-    qToLittleEndian(valor, bytes.subspan(posicion, sizeof(valor)).data());
-}
-
-void Pon16(std::span<quint8> bytes, std::size_t posicion, std::size_t valor)
-{
-    qToLittleEndian(static_cast<quint16>(valor), bytes.subspan(posicion, sizeof(quint16)).data());
-}
 
 /// Writes what follows from where each entry ends.
 void PonFines(std::span<quint8> bytes, const Formato& formato, std::size_t prefijo,
@@ -26,8 +16,9 @@ void PonFines(std::span<quint8> bytes, const Formato& formato, std::size_t prefi
     std::fill(mascara.begin(), mascara.end(), quint8{0});
     for (const quint16 fin : fines)
         mascara[fin / 8] = static_cast<quint8>(mascara[fin / 8] | 1U << fin % 8);
-    Pon16(bytes, PosicionLibres, formato.SitioEntradas() - (fines.empty() ? 0 : fines.back()));
-    Pon16(bytes, formato.prefijo, prefijo);
+    const std::size_t usados = fines.empty() ? 0 : fines.back();
+    Pon(bytes, PosicionLibres, static_cast<quint16>(formato.SitioEntradas() - usados));
+    Pon(bytes, formato.prefijo, static_cast<quint16>(prefijo));
 }
 
 /// The bytes that all entries share and that no entry needs for more than its key.
@@ -35,14 +26,16 @@ std::size_t MejorPrefijo(std::span<const BytesEntrada> entradas, bool deNodo)
 {
     if (entradas.size() < 2)
         return 0;
-    std::size_t cabe = entradas.front().size();
-    for (const BytesEntrada& entrada : entradas)
-        cabe = std::min(cabe, entrada.size());
-    cabe -= TamFila + (deNodo ? TamHijo : 0);
-    // They are in order, so what the first and the last one share all of them do.
-    const auto primera = std::span(entradas.front()).first(cabe);
-    const auto distinto = std::mismatch(primera.begin(), primera.end(), entradas.back().begin());
-    return static_cast<std::size_t>(distinto.first - primera.begin());
+    const std::size_t resto = TamFila + (deNodo ? TamHijo : 0);
+    const BytesEntrada& primera = entradas.front();
+    std::size_t comun = primera.size() - resto;
+    for (const BytesEntrada& entrada : entradas) {
+        comun = std::min(comun, entrada.size() - resto);
+        const auto suyos = std::span(primera).first(comun);
+        const auto distinto = std::mismatch(suyos.begin(), suyos.end(), entrada.begin());
+        comun = static_cast<std::size_t>(distinto.first - suyos.begin());
+    }
+    return comun;
 }
 
 std::size_t TamGuardado(std::span<const BytesEntrada> entradas, std::size_t prefijo)
@@ -84,26 +77,26 @@ void EscribeCabecera(PaginasEscribibles& paginas, quint32 numero, const Cabecera
     bytes[1] = 1;
     // The byte before the mask tells nodes from leaves once more.
     bytes[formato.mascara - 1] = cabecera.esNodo ? 1 : 0;
-    Pon32(bytes, PosicionTabla, cabecera.tabla);
-    Pon32(bytes, formato.anterior, cabecera.anterior);
-    Pon32(bytes, formato.siguiente, cabecera.siguiente);
-    Pon32(bytes, formato.cola, cabecera.cola);
+    Pon(bytes, PosicionTabla, cabecera.tabla);
+    Pon(bytes, formato.anterior, cabecera.anterior);
+    Pon(bytes, formato.siguiente, cabecera.siguiente);
+    Pon(bytes, formato.cola, cabecera.cola);
     PonFines(bytes, formato, 0, {});
 }
 
 void PonAnterior(PaginasEscribibles& paginas, quint32 numero, quint32 anterior)
 {
-    Pon32(paginas.Cambia(numero), paginas.formato().anterior, anterior);
+    Pon(paginas.Cambia(numero), paginas.formato().anterior, anterior);
 }
 
 void PonSiguiente(PaginasEscribibles& paginas, quint32 numero, quint32 siguiente)
 {
-    Pon32(paginas.Cambia(numero), paginas.formato().siguiente, siguiente);
+    Pon(paginas.Cambia(numero), paginas.formato().siguiente, siguiente);
 }
 
 void PonCola(PaginasEscribibles& paginas, quint32 numero, quint32 cola)
 {
-    Pon32(paginas.Cambia(numero), paginas.formato().cola, cola);
+    Pon(paginas.Cambia(numero), paginas.formato().cola, cola);
 }
 
 std::vector<BytesEntrada> TodasLasEntradas(const PaginaIndice& pagina)

@@ -267,6 +267,20 @@ TEST(MapaEscrito, LaFilaSinSitioParaLaReferenciaEsUnDanio)
     EXPECT_THROW(AnadeAlMapa(paginas, Duenio, 2 * CubreUnaPagina), ErrorMdb);
 }
 
+TEST(MapaEscrito, AlVaciarloVuelvenTambienSusPaginasDeBits)
+{
+    PaginasEnMemoria paginas = Fichero(700, SinLibres(700, 105));
+    AnadeAlMapa(paginas, Duenio, 90);
+    AnadeAlMapa(paginas, Duenio, 600);
+    ASSERT_EQ(LeeMapa(paginas, Duenio).deBits, std::vector<quint32>{700});
+
+    VaciaMapa(paginas, Duenio);
+
+    EXPECT_EQ(PrincipioDelMapa(paginas, 69), Fila("00"));
+    EXPECT_THAT(Libres(paginas), ElementsAre(90U, 600U, 700U));
+    EXPECT_EQ(paginas.Lee(700).bytes.U8(0), 0);
+}
+
 TEST(MapaGlobalEscrito, AlSalirDeLaFilaPasaAReferencias)
 {
     PaginasEnMemoria paginas = Fichero(512, SinLibres(512));
