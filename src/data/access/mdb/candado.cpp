@@ -2,6 +2,7 @@
 #include "data/access/mdb/errores_mdb.h"
 #include "data/codificacion.h"
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QSysInfo>
 #include <algorithm>
 #include <array>
@@ -15,14 +16,17 @@ constexpr qint64 ByteEscritor = qint64{1} << 31;
 constexpr qint64 ByteLectores = ByteEscritor + 1;
 // Held by whoever waits for the readers to leave, so that new ones don't keep it waiting for ever.
 constexpr qint64 ByteTurno = ByteEscritor + 2;
+// Held by readers who found a commit in their way: the next commit lets them in first.
+constexpr qint64 ByteLectoresEnEspera = ByteEscritor + 3;
+// Held by whoever is the next to write, so that one who commits without a pause lets others in.
+constexpr qint64 ByteCola = ByteEscritor + 4;
 
 constexpr qint64 PrimerUsuario = 0x10000001;
 constexpr qint64 Usuarios = 255;
 constexpr std::size_t TamEntrada = 64;
 constexpr std::size_t TamNombre = 32;
 
-constexpr auto PausaCorta = std::chrono::milliseconds(2);
-constexpr auto PausaLarga = std::chrono::milliseconds(50);
+constexpr auto Pausa = std::chrono::milliseconds(2);
 
 /// A name of an entry, up to its first zero; what could upset a message becomes a blank.
 QString NombreDeEntrada(std::span<const quint8> bytes)
@@ -74,12 +78,10 @@ Candado::~Candado()
 bool Candado::Espera(const std::function<bool()>& intenta)
 {
     const auto fin = std::chrono::steady_clock::now() + espera_;
-    auto pausa = PausaCorta;
     while (!intenta()) {
         if (std::chrono::steady_clock::now() >= fin)
             return false;
-        std::this_thread::sleep_for(pausa);
-        pausa = std::min(pausa * 2, PausaLarga);
+        std::this_thread::sleep_for(Pausa);
     }
     return true;
 }
@@ -107,6 +109,10 @@ void Candado::EntraALeer()
             return true;
         }
     };
+    if (intenta())
+        return;
+    base_.Bloquea(ByteLectoresEnEspera, 1, Cerrojo::Compartido);
+    const auto sale = qScopeGuard([this] { base_.Desbloquea(ByteLectoresEnEspera, 1); });
     Exige(intenta);
 }
 
@@ -117,10 +123,12 @@ void Candado::SaleDeLeer()
 
 void Candado::EntraAEscribir()
 {
+    Exige([this] { return base_.Bloquea(ByteCola, 1, Cerrojo::Exclusivo); });
+    const auto sale = qScopeGuard([this] { base_.Desbloquea(ByteCola, 1); });
     Exige([this] { return base_.Bloquea(ByteEscritor, 1, Cerrojo::Exclusivo); });
 }
 
-void Candado::EntraComoUsuario(int usuario)
+void Candado::TomaLosUsuarios()
 {
     AbreLdb();
     if (!ldb_->Bloquea(PrimerUsuario, Usuarios, Cerrojo::Exclusivo)) {
@@ -133,7 +141,7 @@ void Candado::EntraComoUsuario(int usuario)
                                           "programa y repita la operación"),
                        {.fichero = ruta_});
     }
-    Anota(usuario);
+    Anota();
 }
 
 void Candado::AbreLdb()
@@ -165,20 +173,21 @@ QString Candado::QuienLoTiene(FicheroDeDisco& ldb, qint64 byte) const
     return quien.isEmpty() ? quien : quien + u')';
 }
 
-void Candado::Anota(int usuario)
+void Candado::Anota()
 {
     std::array<quint8, TamEntrada> entrada{};
     PonNombre(std::span(entrada).first(TamNombre), QSysInfo::machineHostName());
     PonNombre(std::span(entrada).subspan(TamNombre), QStringLiteral("Admin"));
     try {
-        ldb_->Escribe((usuario - 1) * static_cast<qint64>(TamEntrada), entrada);
+        // The first user's, whom others find in their way.
+        ldb_->Escribe(0, entrada);
     } catch (...) {
-        SaleDeUsuario();
+        SueltaLosUsuarios();
         throw;
     }
 }
 
-void Candado::SaleDeUsuario()
+void Candado::SueltaLosUsuarios()
 {
     if (ldb_ == nullptr)
         return;
@@ -195,6 +204,8 @@ void Candado::SaleDeUsuario()
 
 void Candado::CierraALectores()
 {
+    Exige([this] { return base_.Bloquea(ByteLectoresEnEspera, 1, Cerrojo::Exclusivo); });
+    base_.Desbloquea(ByteLectoresEnEspera, 1);
     Exige([this] { return base_.Bloquea(ByteTurno, 1, Cerrojo::Exclusivo); });
     lectoresFuera_ = true;
     try {
@@ -216,7 +227,7 @@ void Candado::AbreALectores()
 void Candado::SaleDeEscribir()
 {
     AbreALectores();
-    SaleDeUsuario();
+    SueltaLosUsuarios();
     base_.Desbloquea(ByteEscritor, 1);
 }
 

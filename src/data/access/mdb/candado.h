@@ -16,7 +16,9 @@ namespace tolmo::data::access::mdb {
 ///
 /// Processes of this program agree by locks of the database file itself, beyond the largest size
 /// that it may have: it is always there, and whoever may read it may take a shared lock. One writes
-/// at a time; readers keep the pages from being written only for the length of a statement.
+/// at a time; readers keep the pages from being written only for the length of a statement. Nobody
+/// who does one thing after the other without a pause keeps the others out: the next one in turn is
+/// known by a lock of its own.
 class Candado {
   public:
     /// The references outlive the lock. `ruta` names the database.
@@ -34,9 +36,9 @@ class Candado {
     /// Waits until no other of this program has a transaction that writes.
     /// \throws ErrorMdb with Motivo::EnUso when the wait was too long
     void EntraAEscribir();
-    /// Takes the place of user `usuario` (from 1) in the lock file, which is made where it is
-    /// missing. \throws ErrorMdb with Motivo::EnUso that tells who has the file open
-    void EntraComoUsuario(int usuario);
+    /// Takes the places of all users in the lock file, which is made where it is missing.
+    /// \throws ErrorMdb with Motivo::EnUso that tells who has the file open
+    void TomaLosUsuarios();
     /// Waits until nobody of this program reads, and keeps others from it.
     void CierraALectores();
     void AbreALectores();
@@ -47,8 +49,8 @@ class Candado {
     void Exige(const std::function<bool()>& intenta);
     void AbreLdb();
     QString QuienLoTiene(FicheroDeDisco& ldb, qint64 byte) const;
-    void Anota(int usuario);
-    void SaleDeUsuario();
+    void Anota();
+    void SueltaLosUsuarios();
 
     Disco& disco_;
     FicheroDeDisco& base_;

@@ -144,8 +144,8 @@ std::optional<DiarioLeido> LeeDiario(FicheroDeDisco& fichero)
 }
 
 /// True when the file is in a state that this commit can have left: the marks of the other users
-/// are those of then, and in each byte of the own one stands the old count, 0 or a new one.
-/// Otherwise somebody has written since, or a copy was put in the place of the file.
+/// are those of then, and the own one is the old count, 0 or a new one. Otherwise somebody has
+/// written since, or a copy was put in the place of the file.
 bool EsDe(FicheroDeDisco& base, const DiarioLeido& leido)
 {
     const PlanDeEscritura& plan = leido.plan;
@@ -155,12 +155,8 @@ bool EsDe(FicheroDeDisco& base, const DiarioLeido& leido)
     const quint16 nueva = MarcasDeCambio::Siguiente(vieja);
     const quint16 repuesta = MarcasDeCambio::Siguiente(nueva);
     const quint16 propia = ahora.De(plan.usuario);
-    for (int mitad = 0; mitad < 16; mitad += 8) {
-        const auto byte = [mitad](int marca) { return marca >> mitad & 0xFF; };
-        if (byte(propia) != byte(vieja) && byte(propia) != byte(0) && byte(propia) != byte(nueva) &&
-            byte(propia) != byte(repuesta))
-            return false;
-    }
+    if (propia != vieja && propia != 0 && propia != nueva && propia != repuesta)
+        return false;
     std::memcpy(ahora.bytes.data() + 2 * plan.usuario, plan.marcas.bytes.data() + 2 * plan.usuario,
                 2);
     const qint64 tam = base.Estado().tam;

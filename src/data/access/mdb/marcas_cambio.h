@@ -19,14 +19,17 @@ struct MarcasDeCambio {
     quint16 De(int usuario) const { return qFromLittleEndian<quint16>(bytes.data() + 2 * usuario); }
     bool operator==(const MarcasDeCambio&) const = default;
 
-    /// The first user whose mark tells no trouble: 0 is that of a user who went down while writing,
-    /// 1 of one who met a damaged page. 1 when there is none.
-    int UsuarioSano() const
+    /// The user whose mark this program counts on. Programs of Access take the first free number,
+    /// so the last one is nobody else's, and marks of others tell whether one of them has written.
+    /// A mark that tells trouble stays as a warning: 0 is that of a user who went down while
+    /// writing, 1 of one who met a damaged page.
+    int UsuarioPropio() const
     {
-        for (int usuario = 1; usuario < static_cast<int>(Usuarios); ++usuario)
+        constexpr int Ultimo = static_cast<int>(Usuarios) - 1;
+        for (int usuario = Ultimo; usuario > 0; --usuario)
             if (De(usuario) > 1)
                 return usuario;
-        return 1;
+        return Ultimo;
     }
 
     /// The count after another one: never those that tell trouble.

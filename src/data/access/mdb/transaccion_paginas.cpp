@@ -239,7 +239,7 @@ void TransaccionPaginas::EntraAEscribir()
                        QStringLiteral("No hay permiso para escribir en el fichero"),
                        {.fichero = nombre_});
     ConElFicheroDeAhora([this] { candado_->EntraAEscribir(); });
-    candado_->EntraComoUsuario(TomaHuella().marcas.UsuarioSano());
+    candado_->TomaLosUsuarios();
 }
 
 void TransaccionPaginas::Repon()
@@ -310,7 +310,7 @@ PlanDeEscritura TransaccionPaginas::Plan() const
     PlanDeEscritura plan{.tamPagina = formato_.tamPagina,
                          .paginasAntes = limpias_->Cuantas(),
                          .paginasDespues = cuantas_,
-                         .usuario = huella_.marcas.UsuarioSano(),
+                         .usuario = huella_.marcas.UsuarioPropio(),
                          .marcas = huella_.marcas};
     for (const quint32 numero : cambiadas_->Numeros())
         if (numero < plan.paginasAntes)

@@ -1,21 +1,16 @@
-#include "data/access/mdb/base_de_transaccion.h"
+#include "data/access/mdb/comprobacion.h"
 #include "data/access/mdb/diario.h"
-#include "data/access/mdb/disco_de_prueba.h"
 #include "data/access/mdb/errores_mdb.h"
+#include "data/access/mdb/historia_de_prueba.h"
+#include "data/access/mdb/tabla_escribible.h"
 #include <QProcess>
 #include <gmock/gmock.h>
-#include <random>
-#include <set>
 
 using namespace tolmo::data::access::mdb;
 using testing::HasSubstr;
 using Tipo = Operacion::Tipo;
 
 namespace {
-
-const QString NombreBase = QStringLiteral("prueba.mdb");
-const QString NombreDiario = QStringLiteral("prueba.mdb.diario");
-constexpr qsizetype TamPagina = 4096;
 
 /// Pages of rows and of indexes of Table1.
 std::vector<quint32> PaginasDeTable1(const BaseDeTransaccion& base)
@@ -32,164 +27,129 @@ std::vector<quint32> PaginasDeTable1(const BaseDeTransaccion& base)
     return numeros;
 }
 
-/// Some commits, the changes of the folder that they were made of, and the states between them.
-struct Historia {
-    Carpeta principio{};
-    std::vector<Operacion> operaciones{};
-    std::vector<QByteArray> estados{};  ///< of the database: before all, after each commit
-    std::vector<std::size_t> finales{}; ///< changes that had been made by then
-};
-
-Historia HazHistoria()
+/// Pages that are filled without any sense.
+Historia HistoriaDePaginas()
 {
-    BaseDeTransaccion base;
-    const std::vector<quint32> suyas = PaginasDeTable1(base);
-    DiscoDePrueba disco;
-    Historia historia;
-    historia.principio[NombreBase] = base.Bytes();
-    historia.estados.push_back(base.Bytes());
-    historia.finales.push_back(0);
-    TransaccionPaginas paginas(base.ruta, {.disco = &disco});
-    const auto confirma = [&] {
-        paginas.Confirma();
-        historia.estados.push_back(base.Bytes());
-        historia.finales.push_back(disco.operaciones.size());
+    static const std::vector<quint32> suyas = PaginasDeTable1(BaseDeTransaccion());
+    return HazHistoria({[](const auto& paginas) { Rellena(*paginas, suyas.at(0), 0x11); },
+                        [](const auto& paginas) {
+                            for (const quint32 numero : suyas)
+                                Rellena(*paginas, numero, 0x22);
+                            for (int i = 0; i < 3; ++i)
+                                Rellena(*paginas, paginas->Alarga(), 0x22);
+                        },
+                        [](const auto& paginas) { Rellena(*paginas, paginas->Alarga(), 0x33); },
+                        [](const auto& paginas) {
+                            Rellena(*paginas, suyas.at(1), 0x44);
+                            Rellena(*paginas, paginas->Cuantas() - 1, 0x44);
+                        }});
+}
+
+TablaEscribible Table3(const std::shared_ptr<TransaccionPaginas>& paginas)
+{
+    return {paginas, Base(paginas).AbreTabla(QStringLiteral("Table3"))};
+}
+
+/// Rows that come, change and go.
+Historia HistoriaDeFilas()
+{
+    constexpr qint64 Muchas = 500;
+    static std::vector<Puntero> filas;
+    filas.clear();
+    const auto inserta = [](TablaEscribible& tabla, qint64 id) {
+        const std::vector<Dato> valores = {id, QStringLiteral("fila %1").arg(id)};
+        filas.push_back(tabla.Inserta(valores));
     };
-    paginas.Empieza();
-    Rellena(paginas, suyas.at(0), 0x11);
-    confirma();
-    paginas.Empieza();
-    for (const quint32 numero : suyas)
-        Rellena(paginas, numero, 0x22);
-    for (int i = 0; i < 3; ++i)
-        Rellena(paginas, paginas.Alarga(), 0x22);
-    confirma();
-    paginas.Empieza();
-    Rellena(paginas, paginas.Alarga(), 0x33);
-    confirma();
-    paginas.Empieza();
-    Rellena(paginas, suyas.at(1), 0x44);
-    Rellena(paginas, paginas.Cuantas() - 1, 0x44);
-    confirma();
-    historia.operaciones = disco.operaciones;
-    return historia;
+    return HazHistoria({[=](const auto& paginas) {
+                            TablaEscribible tabla = Table3(paginas);
+                            inserta(tabla, 1000);
+                        },
+                        [=](const auto& paginas) {
+                            TablaEscribible tabla = Table3(paginas);
+                            for (qint64 id = 2000; id < 2000 + Muchas; ++id)
+                                inserta(tabla, id);
+                        },
+                        [=](const auto& paginas) {
+                            TablaEscribible tabla = Table3(paginas);
+                            const TablaEscribible::Cambio cambio{.columna = 1,
+                                                                 .valor = QString(50, u'x')};
+                            for (std::size_t i = 0; i < filas.size(); i += 3)
+                                EXPECT_TRUE(tabla.Actualiza(filas[i], std::span(&cambio, 1)));
+                        },
+                        [=](const auto& paginas) {
+                            TablaEscribible tabla = Table3(paginas);
+                            for (std::size_t i = 0; i < filas.size(); i += 2)
+                                EXPECT_TRUE(tabla.Borra(filas[i]));
+                        }});
 }
 
 const Historia& LaHistoria()
 {
-    static const Historia historia = HazHistoria();
+    static const Historia historia = HistoriaDePaginas();
     return historia;
 }
 
-/// The commits that had been confirmed after some of the changes.
-std::size_t ConfirmadosEn(const Historia& historia, std::size_t operaciones)
+const Historia& LaHistoriaDeFilas()
 {
-    std::size_t confirmados = 0;
-    while (confirmados + 1 < historia.finales.size() &&
-           historia.finales[confirmados + 1] <= operaciones)
-        ++confirmados;
-    return confirmados;
+    static const Historia historia = HistoriaDeFilas();
+    return historia;
 }
 
-Carpeta Tras(const Historia& historia, std::size_t operaciones)
-{
-    Carpeta carpeta = historia.principio;
-    for (std::size_t i = 0; i < operaciones; ++i)
-        Aplica(carpeta, historia.operaciones[i]);
-    return carpeta;
-}
+class CaidaDeLaMaquina : public testing::TestWithParam<const Historia& (*)()> {
+  protected:
+    const Historia& historia_ = GetParam()();
+};
 
-void PonEn(const CarpetaDePrueba& destino, const Carpeta& carpeta)
-{
-    for (const QString& nombre : QDir(destino.Ruta()).entryList(QDir::Files))
-        QFile::remove(destino.Ruta(nombre));
-    for (const auto& [nombre, bytes] : carpeta)
-        destino.Escribe(nombre, bytes);
-}
+INSTANTIATE_TEST_SUITE_P(Historias, CaidaDeLaMaquina,
+                         testing::Values(&LaHistoria, &LaHistoriaDeFilas),
+                         [](const auto& caso) { return caso.index == 0 ? "Paginas" : "Filas"; });
 
-/// Opens what a crash left, and expects the database as it was before or after the commit that was
-/// being made. \returns the changes that the opening made
-std::vector<Operacion> EsperaEntera(const Carpeta& carpeta, std::size_t confirmados)
+TEST_P(CaidaDeLaMaquina, TrasCualquierEscrituraLaBaseEstaComoAntesOComoDespues)
 {
-    const Historia& historia = LaHistoria();
-    CarpetaDePrueba sitio;
-    PonEn(sitio, carpeta);
-    DiscoDePrueba disco;
-    {
-        TransaccionPaginas paginas(sitio.Ruta(NombreBase), {.disco = &disco});
-        LecturaDePaginas lectura(paginas);
-    }
-    const QByteArray hallada = SinMarcas(sitio.Lee(NombreBase));
-    const std::size_t siguiente = std::min(confirmados + 1, historia.estados.size() - 1);
-    EXPECT_TRUE(hallada == SinMarcas(historia.estados[confirmados]) ||
-                hallada == SinMarcas(historia.estados[siguiente]))
-        << "neither before nor after commit " << siguiente;
-    EXPECT_FALSE(sitio.Existe(NombreDiario));
-    EXPECT_FALSE(sitio.Existe(NombreDiario + ".ajeno"));
-    return disco.operaciones;
-}
+    ASSERT_EQ(historia_.estados.size(), 5U);
 
-/// What reaches the disk of a write that was cut off: its first pages, and a half of the next.
-Operacion Rota(const Operacion& entera, qsizetype paginas, bool primeraMitad)
-{
-    Operacion rota = entera;
-    const qsizetype trozo = std::min(TamPagina, entera.bytes.size() - paginas * TamPagina);
-    if (primeraMitad) {
-        rota.bytes = entera.bytes.left(paginas * TamPagina + trozo / 2);
-    } else {
-        rota.posicion += paginas * TamPagina + trozo / 2;
-        rota.bytes = entera.bytes.mid(paginas * TamPagina + trozo / 2);
-    }
-    return rota;
-}
-
-TEST(CaidaDeLaMaquina, TrasCualquierEscrituraLaBaseEstaComoAntesOComoDespues)
-{
-    const Historia& historia = LaHistoria();
-    ASSERT_EQ(historia.estados.size(), 5U);
-
-    for (std::size_t k = 0; k <= historia.operaciones.size(); ++k) {
+    for (std::size_t k = 0; k <= historia_.operaciones.size(); ++k) {
         SCOPED_TRACE(k);
-        EsperaEntera(Tras(historia, k), ConfirmadosEn(historia, k));
+        EsperaEntera(historia_, Tras(historia_, k), ConfirmadosEn(historia_, k));
     }
 }
 
-TEST(CaidaDeLaMaquina, TambienCuandoVuelveACaerMientrasSeRepone)
+TEST_P(CaidaDeLaMaquina, TambienCuandoVuelveACaerMientrasSeRepone)
 {
-    const Historia& historia = LaHistoria();
     std::size_t reposiciones = 0;
 
-    for (std::size_t k = 0; k <= historia.operaciones.size(); ++k) {
-        const Carpeta caida = Tras(historia, k);
+    for (std::size_t k = 0; k <= historia_.operaciones.size(); ++k) {
+        const Carpeta caida = Tras(historia_, k);
         if (!caida.contains(NombreDiario))
             continue;
-        const std::vector<Operacion> repuesta = EsperaEntera(caida, ConfirmadosEn(historia, k));
+        const std::vector<Operacion> repuesta =
+            EsperaEntera(historia_, caida, ConfirmadosEn(historia_, k));
         Carpeta otra = caida;
         for (const Operacion& operacion : repuesta) {
             SCOPED_TRACE(k);
             Aplica(otra, operacion);
-            EsperaEntera(otra, ConfirmadosEn(historia, k));
+            EsperaEntera(historia_, otra, ConfirmadosEn(historia_, k));
             ++reposiciones;
         }
     }
     EXPECT_GT(reposiciones, 100U);
 }
 
-TEST(CaidaDeLaMaquina, UnaPaginaEscritaAMediasSeRepone)
+TEST_P(CaidaDeLaMaquina, UnaPaginaEscritaAMediasSeRepone)
 {
-    const Historia& historia = LaHistoria();
     std::size_t rotas = 0;
 
-    for (std::size_t k = 0; k < historia.operaciones.size(); ++k) {
-        const Operacion& operacion = historia.operaciones[k];
-        if (operacion.tipo != Tipo::Escribe)
+    for (std::size_t k = 0; k < historia_.operaciones.size(); ++k) {
+        const Operacion& operacion = historia_.operaciones[k];
+        // A mark of change lies in one sector, which a device writes whole or not at all.
+        if (operacion.tipo != Tipo::Escribe || operacion.bytes.size() == 2)
             continue;
         for (qsizetype pagina = 0; pagina * TamPagina < operacion.bytes.size(); ++pagina) {
             for (const bool primeraMitad : {true, false}) {
                 SCOPED_TRACE(k);
-                Carpeta carpeta = Tras(historia, k);
+                Carpeta carpeta = Tras(historia_, k);
                 Aplica(carpeta, Rota(operacion, pagina, primeraMitad));
-                EsperaEntera(carpeta, ConfirmadosEn(historia, k));
+                EsperaEntera(historia_, carpeta, ConfirmadosEn(historia_, k));
                 ++rotas;
             }
         }
@@ -197,52 +157,14 @@ TEST(CaidaDeLaMaquina, UnaPaginaEscritaAMediasSeRepone)
     EXPECT_GT(rotas, 60U);
 }
 
-/// What is on the disk after a power failure: what was waited for, and by chance some of the rest.
-/// Names are made and taken away in their order.
-Carpeta TrasUnApagon(const Historia& historia, std::size_t operaciones, std::mt19937& azar)
+TEST_P(CaidaDeLaMaquina, UnApagonPierdeLoQueNoSeEsperoYLaBaseQuedaEntera)
 {
-    const auto ultima = [&](Tipo tipo, const QString& fichero) {
-        std::size_t cual = 0;
-        for (std::size_t i = 0; i < operaciones; ++i)
-            if (historia.operaciones[i].tipo == tipo &&
-                (tipo == Tipo::SincronizaCarpeta || historia.operaciones[i].fichero == fichero))
-                cual = i;
-        return cual;
-    };
-    const std::size_t nombresSeguros = ultima(Tipo::SincronizaCarpeta, {});
-    bool sigueConNombres = true;
-    std::set<QString> perdidos;
-    Carpeta carpeta = historia.principio;
-    for (std::size_t i = 0; i < operaciones; ++i) {
-        const Operacion& operacion = historia.operaciones[i];
-        const bool suerte = (azar() & 1) != 0;
-        if (operacion.tipo == Tipo::Crea || operacion.tipo == Tipo::Borra) {
-            sigueConNombres = sigueConNombres && (i < nombresSeguros || suerte);
-            if (sigueConNombres) {
-                perdidos.erase(operacion.fichero);
-                Aplica(carpeta, operacion);
-            } else if (operacion.tipo == Tipo::Crea && !carpeta.contains(operacion.fichero)) {
-                perdidos.insert(operacion.fichero);
-            }
-            continue;
-        }
-        if (perdidos.contains(operacion.fichero))
-            continue;
-        if (i < ultima(Tipo::Sincroniza, operacion.fichero) || suerte)
-            Aplica(carpeta, operacion);
-    }
-    return carpeta;
-}
-
-TEST(CaidaDeLaMaquina, UnApagonPierdeLoQueNoSeEsperoYLaBaseQuedaEntera)
-{
-    const Historia& historia = LaHistoria();
     std::mt19937 azar(20240511);
 
-    for (std::size_t k = 0; k <= historia.operaciones.size(); ++k) {
+    for (std::size_t k = 0; k <= historia_.operaciones.size(); ++k) {
         for (int vez = 0; vez < 8; ++vez) {
             SCOPED_TRACE(k);
-            EsperaEntera(TrasUnApagon(historia, k, azar), ConfirmadosEn(historia, k));
+            EsperaEntera(historia_, TrasUnApagon(historia_, k, azar), ConfirmadosEn(historia_, k));
         }
     }
 }
@@ -257,18 +179,17 @@ QByteArray SalidaDe(const QString& programa, const QStringList& argumentos)
     return proceso.readAllStandardOutput();
 }
 
-TEST(CaidaDeLaMaquina, OtroLectorLeeLasDemasTablasAunqueNadieRepongaNada)
+TEST_P(CaidaDeLaMaquina, OtroLectorLeeLasDemasTablasAunqueNadieRepongaNada)
 {
-    const Historia& historia = LaHistoria();
     const QString original = RutaMuestra("2003-indices.mdb");
     const QByteArray tablas = SalidaDe("mdb-tables", {"-1", original});
     const QByteArray filas = SalidaDe("mdb-export", {original, "Table2"});
-    ASSERT_FALSE(filas.isEmpty());
+    ASSERT_EQ(filas, QByteArray("id,data\n0,\"foo0\"\n1,\"foo1\"\n2,\"foo2\"\n"));
     CarpetaDePrueba sitio;
 
-    for (std::size_t k = 0; k <= historia.operaciones.size(); ++k) {
+    for (std::size_t k = 0; k <= historia_.operaciones.size(); ++k) {
         SCOPED_TRACE(k);
-        const QByteArray bytes = Tras(historia, k).at(NombreBase);
+        const QByteArray bytes = Tras(historia_, k).at(NombreBase);
         sitio.Escribe(NombreBase, bytes);
         EXPECT_EQ(bytes.size() % TamPagina, 0);
         EXPECT_EQ(SalidaDe("mdb-tables", {"-1", sitio.Ruta(NombreBase)}), tablas);
@@ -276,20 +197,39 @@ TEST(CaidaDeLaMaquina, OtroLectorLeeLasDemasTablasAunqueNadieRepongaNada)
     }
 }
 
-TEST(CaidaDeLaMaquina, MientrasSeEscribeLaMarcaEsCeroYDespuesLaSiguiente)
+TEST(HistoriaDeFilas, TrasCadaConfirmacionLaBaseEstaSana)
+{
+    const Historia& historia = LaHistoriaDeFilas();
+    ASSERT_EQ(historia.estados.size(), 5U);
+    std::vector<quint64> filas;
+
+    for (const QByteArray& estado : historia.estados) {
+        const Base base(PaginasDe(estado));
+        const Informe informe = Comprueba(base);
+        EXPECT_TRUE(informe.Sano());
+        for (const EstadoTabla& tabla : informe.tablas)
+            if (tabla.nombre == "Table3")
+                filas.push_back(tabla.filas);
+    }
+
+    // Of 501 rows every second one goes, the first one too.
+    EXPECT_EQ(filas, (std::vector<quint64>{4, 5, 505, 505, 254}));
+}
+
+TEST(MarcaDeCambio, MientrasSeEscribeLaMarcaEsCeroYDespuesLaSiguiente)
 {
     const Historia& historia = LaHistoria();
     std::vector<QByteArray> marcas;
     for (const Operacion& operacion : historia.operaciones)
         if (operacion.fichero == NombreBase && operacion.posicion < TamPagina &&
             operacion.tipo == Tipo::Escribe) {
-            EXPECT_EQ(operacion.posicion, 0xE02);
+            EXPECT_EQ(operacion.posicion, 0xFFE);
             marcas.push_back(operacion.bytes.toHex());
         }
 
-    // It was 01FD in the sample.
-    EXPECT_EQ(marcas, (std::vector<QByteArray>{"0000", "fe01", "0000", "ff01", "0000", "0002",
-                                               "0000", "0102"}));
+    // It was 0100 in the sample.
+    EXPECT_EQ(marcas, (std::vector<QByteArray>{"0000", "0101", "0000", "0201", "0000", "0301",
+                                               "0000", "0401"}));
 }
 
 /// The folder as it is while the second commit is writing, with a journal that is whole.
@@ -342,18 +282,22 @@ TEST(DiarioDeBase, UnoConUnByteDistintoSeTira)
 
 TEST(DiarioDeBase, NoSeReponeEnUnaBaseEnLaQueOtroHaEscritoDespues)
 {
-    const Carpeta caida = CaidaConDiario();
-    CarpetaDePrueba sitio;
-    PonEn(sitio, caida);
-    QByteArray base = caida.at(NombreBase);
-    base[0xE00] = static_cast<char>(base[0xE00] + 1);
-    sitio.Escribe(NombreBase, base);
+    // The one who has it for himself, and the first one of several.
+    for (const qsizetype marca : {0xE00, 0xE02}) {
+        SCOPED_TRACE(marca);
+        const Carpeta caida = CaidaConDiario();
+        CarpetaDePrueba sitio;
+        PonEn(sitio, caida);
+        QByteArray base = caida.at(NombreBase);
+        base[marca] = static_cast<char>(base[marca] + 1);
+        sitio.Escribe(NombreBase, base);
 
-    TransaccionPaginas paginas(sitio.Ruta(NombreBase));
+        TransaccionPaginas paginas(sitio.Ruta(NombreBase));
 
-    EXPECT_EQ(sitio.Lee(NombreBase), base);
-    EXPECT_FALSE(sitio.Existe(NombreDiario));
-    EXPECT_EQ(sitio.Lee(NombreDiario + ".ajeno"), caida.at(NombreDiario));
+        EXPECT_EQ(sitio.Lee(NombreBase), base);
+        EXPECT_FALSE(sitio.Existe(NombreDiario));
+        EXPECT_EQ(sitio.Lee(NombreDiario + ".ajeno"), caida.at(NombreDiario));
+    }
 }
 
 TEST(DiarioDeBase, NoSeReponeEnUnaCopiaAnterior)

@@ -59,8 +59,8 @@ class DiscoDePrueba : public Disco {
     std::vector<Operacion> operaciones{};
     bool soloLectura = false;
 
-    /// Refuses the change of this number, and all later ones when it lasts; of a write, the first
-    /// half is done.
+    /// Refuses the change of this number, and all later ones when it lasts; of a long write, the
+    /// first half is done.
     void FallaEn(std::size_t numero, bool dura)
     {
         fallaEn_ = numero;
@@ -97,6 +97,8 @@ class DiscoDePrueba : public Disco {
     }
 
   private:
+    /// What a device writes whole or not at all.
+    static constexpr std::size_t Sector = 512;
     static constexpr std::size_t Nunca = static_cast<std::size_t>(-1);
 
     class Fichero : public FicheroDeDisco {
@@ -118,7 +120,8 @@ class DiscoDePrueba : public Disco {
                               .bytes = QByteArray(reinterpret_cast<const char*>(bytes.data()),
                                                   static_cast<qsizetype>(bytes.size()))});
             } catch (const ErrorMdb&) {
-                real_->Escribe(posicion, bytes.first(bytes.size() / 2));
+                if (bytes.size() > Sector)
+                    real_->Escribe(posicion, bytes.first(bytes.size() / 2));
                 throw;
             }
             real_->Escribe(posicion, bytes);

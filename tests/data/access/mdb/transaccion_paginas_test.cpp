@@ -76,9 +76,9 @@ TEST_F(TransaccionDePaginas, SoloCambianLasPaginasTocadasYLaMarcaDelUsuario)
     QByteArray esperado = BytesDeMuestra("2003-indices.mdb");
     esperado.replace(Una * 4096 + 8, 4088, QByteArray(4088, '\x77'));
     esperado.append(QByteArray(4096, '\0'));
-    // The mark of user 1 was FD 01.
-    ASSERT_EQ(esperado.mid(0xE02, 2), QByteArray::fromHex("fd01"));
-    esperado.replace(0xE02, 2, QByteArray::fromHex("fe01"));
+    // The mark of user 255 was 00 01.
+    ASSERT_EQ(esperado.mid(0xFFE, 2), QByteArray::fromHex("0001"));
+    esperado.replace(0xFFE, 2, QByteArray::fromHex("0101"));
     paginas_.Empieza();
 
     Rellena(paginas_, Una, 0x77);
