@@ -84,17 +84,21 @@ TransaccionPaginas::~TransaccionPaginas() = default;
 
 void TransaccionPaginas::Abre()
 {
-    candado_.reset();
-    limpias_.reset();
+    std::unique_ptr<FicheroDeDisco> fichero;
+    bool soloLectura = false;
     try {
-        fichero_ = disco_.Abre(ruta_, Uso::LeerYEscribir);
-        soloLectura_ = false;
+        fichero = disco_.Abre(ruta_, Uso::LeerYEscribir);
     } catch (const ErrorMdb& error) {
         if (error.motivo() != Motivo::NoSeEscribe)
             throw;
-        fichero_ = disco_.Abre(ruta_, Uso::Leer);
-        soloLectura_ = true;
+        fichero = disco_.Abre(ruta_, Uso::Leer);
+        soloLectura = true;
     }
+    // Both refer to the file that is given up.
+    candado_.reset();
+    limpias_.reset();
+    fichero_ = std::move(fichero);
+    soloLectura_ = soloLectura;
     candado_ = std::make_unique<Candado>(disco_, *fichero_, ruta_, apertura_.espera);
 }
 
@@ -155,17 +159,26 @@ bool TransaccionPaginas::Refresca()
     return true;
 }
 
+FicheroPaginas& TransaccionPaginas::Limpias() const
+{
+    // Another file stands in the place of the one that was open, and it can't be read.
+    if (limpias_ == nullptr)
+        throw ErrorMdb(Motivo::NoSeAbre, QStringLiteral("El fichero ya no es el mismo"),
+                       {.fichero = nombre_});
+    return *limpias_;
+}
+
 Pagina TransaccionPaginas::Lee(quint32 numero)
 {
     if (abierta_)
         if (const auto cambiada = cambiadas_->Lee(numero))
             return *cambiada;
-    return limpias_->Lee(numero);
+    return Limpias().Lee(numero);
 }
 
 quint32 TransaccionPaginas::Cuantas() const
 {
-    return abierta_ ? cuantas_ : limpias_->Cuantas();
+    return abierta_ ? cuantas_ : Limpias().Cuantas();
 }
 
 void TransaccionPaginas::ExigeAbierta() const

@@ -35,7 +35,7 @@ class TransaccionPaginas : public PaginasEscribibles {
     quint32 Cuantas() const override;
     const Formato& formato() const override { return formato_; }
     const QString& Nombre() const override { return nombre_; }
-    const Cabecera& cabecera() const { return limpias_->cabecera(); }
+    const Cabecera& cabecera() const { return Limpias().cabecera(); }
 
     /// Only in a transaction. The first page is refused: it isn't written but for its marks.
     std::span<quint8> Cambia(quint32 numero) override;
@@ -80,6 +80,7 @@ class TransaccionPaginas : public PaginasEscribibles {
 
     void Abre();
     void AbreLimpias();
+    FicheroPaginas& Limpias() const;
     bool Reemplazado();
     void ConElFicheroDeAhora(const std::function<void()>& bloquea);
     Huella TomaHuella();

@@ -353,6 +353,26 @@ TEST_F(Frescura, UnaCopiaPuestaEnSuLugarSeAbre)
     EXPECT_EQ(base_.Bytes()[Otra * 4096 + 100], '\x44');
 }
 
+TEST_F(Frescura, OtraCosaPuestaEnSuLugarSeDiceHastaQueVuelveLaBase)
+{
+    const auto pon = [this](const QByteArray& bytes) {
+        base_.carpeta.Escribe("otra.mdb", bytes);
+        QFile::remove(base_.ruta);
+        QFile::rename(base_.carpeta.Ruta("otra.mdb"), base_.ruta);
+    };
+    pon("no es una base");
+
+    EXPECT_THROW(paginas_.EmpiezaLectura(), ErrorMdb);
+    EXPECT_THROW(paginas_.Lee(Una), ErrorMdb);
+    EXPECT_THROW(paginas_.Cuantas(), ErrorMdb);
+    EXPECT_THROW(paginas_.Empieza(), ErrorMdb);
+
+    pon(BytesDeMuestra("2003-indices.mdb"));
+    const LecturaDePaginas lectura(paginas_);
+    EXPECT_TRUE(lectura.Cambiadas());
+    EXPECT_EQ(paginas_.Cuantas(), Paginas2003);
+}
+
 TEST_F(Frescura, UnFicheroQueYaNoEstaSeDice)
 {
     QFile::remove(base_.ruta);
