@@ -1,4 +1,5 @@
 #include "data/access/access.h"
+#include "data/access/mdb/base_nueva.h"
 #include "data/access/proveedor_access.h"
 #include "data/errores.h"
 #include "data/proveedor_odbc.h"
@@ -24,10 +25,15 @@ QString OrigenDeDatos(const QString& cadena)
     return origen;
 }
 
+bool EsDeAccess(const QString& ruta)
+{
+    return ruta.endsWith(QLatin1String(".mdb"), Qt::CaseInsensitive);
+}
+
 QString FormaEmbebida(const QString& origen)
 {
-    const bool mdb = origen.endsWith(QLatin1String(".mdb"), Qt::CaseInsensitive);
-    return (mdb ? origen.left(origen.size() - 4) : origen) + QStringLiteral(".sqlite");
+    return (EsDeAccess(origen) ? origen.left(origen.size() - 4) : origen) +
+           QStringLiteral(".sqlite");
 }
 
 bool Nombra(const QString& cadena, const char* texto)
@@ -128,17 +134,27 @@ void EjecutaGuion(access::ProveedorAccess& base, const QString& guion)
     }
 }
 
+/// The ending tells the form: ".mdb" an Access file, any other the embedded one.
+std::unique_ptr<access::ProveedorAccess> AbreOCrea(const QString& ruta, bool nueva)
+{
+    if (!EsDeAccess(ruta))
+        return std::make_unique<access::ProveedorAccess>(
+            ruta, nueva ? access::Base::Modo::Nueva : access::Base::Modo::Existente);
+    if (nueva)
+        access::mdb::CreaBase(ruta);
+    return std::make_unique<access::ProveedorAccess>(std::make_unique<access::FicheroAccess>(ruta));
+}
+
 } // namespace
 
 void EjecutaGuiones(const QString& ruta, const QStringList& guiones)
 {
     const bool nueva = !QFile::exists(ruta);
     try {
-        access::ProveedorAccess base(ruta, nueva ? access::Base::Modo::Nueva
-                                                 : access::Base::Modo::Existente);
-        access::Transaccion transaccion(base.Motor());
+        const auto base = AbreOCrea(ruta, nueva);
+        access::Transaccion transaccion(base->Motor());
         for (const QString& guion : guiones)
-            EjecutaGuion(base, guion);
+            EjecutaGuion(*base, guion);
         transaccion.Confirma();
     } catch (const ErrorSql&) {
         if (nueva)

@@ -34,9 +34,10 @@ struct SentenciaGuion {
 /// with "--" between two statements are remarks.
 std::vector<SentenciaGuion> ParteGuion(const QString& guion);
 
-/// Runs scripts of Access SQL on an embedded database, all in one transaction; the file is made
-/// when it is absent, and taken away again when a statement fails.
-/// \throws ErrorSql that names the line and the statement that failed; then nothing is changed
+/// Runs scripts of Access SQL on an embedded database, or on an Access file (the ending ".mdb"),
+/// all in one transaction; the file is made when it is absent, and taken away again when a
+/// statement fails. \throws ErrorSql that names the line and the statement that failed; then
+/// nothing is changed
 void EjecutaGuiones(const QString& ruta, const QStringList& guiones);
 
 } // namespace tolmo::data

@@ -1,7 +1,12 @@
 #pragma once
 #include "data/access/mdb/base_mdb.h"
-#include <QStringList>
+#include "data/access/mdb/define_tabla.h"
+#include "data/access/mdb/tabla_escribible.h"
+#include "data/access/mdb/transaccion_paginas.h"
+#include <functional>
+#include <map>
 #include <memory>
+#include <set>
 
 namespace tolmo::data::access {
 
@@ -12,12 +17,26 @@ class FicheroAccess {
     /// \throws ErrorSql when the file can't be opened
     explicit FicheroAccess(const QString& ruta);
 
-    const QString& Nombre() const { return base_->Nombre(); }
+    const QString& Nombre() const { return paginas_->Nombre(); }
     const mdb::Catalogo& Catalogo() const { return base_->catalogo(); }
 
-    /// Takes notice of what other programs have saved since the last call. \returns true when there
-    /// is something: whatever was read from the file is outdated then
-    bool Refresca();
+    /// A statement: what it reads is whole commits of this program, from its first page to its
+    /// last. It begins by taking notice of what others have saved.
+    class Sentencia {
+      public:
+        /// \throws ErrorSql when another of this program writes for too long
+        explicit Sentencia(FicheroAccess& fichero);
+        ~Sentencia() { fichero_.paginas_->AcabaLectura(); }
+        Sentencia(const Sentencia&) = delete;
+        Sentencia& operator=(const Sentencia&) = delete;
+
+        /// True when there is something new: whatever was known of the file is outdated then.
+        bool HayCambios() const { return hayCambios_; }
+
+      private:
+        FicheroAccess& fichero_;
+        bool hayCambios_ = false;
+    };
 
     /// A table of the file, or a linked one in the file where it lives; any case.
     /// \throws ErrorSql that names the other file when it isn't there
@@ -28,10 +47,32 @@ class FicheroAccess {
     /// Counts the changes of the file, by whomever: what was gathered under another number is
     /// outdated.
     quint64 Version() const { return version_; }
+    void NotaCambio() { ++version_; }
+
+    // Changes, which the engine makes in its own transactions.
+    /// \throws ErrorSql when somebody has the file open, or it can't be written
+    void Empieza();
+    void Confirma();
+    void Deshace();
+    void Marca(int numero);
+    void VuelveA(int numero);
+    void Suelta(int numero);
+    /// \throws ErrorSql for a linked table, or one that can't be written
+    mdb::TablaEscribible Escribible(const mdb::Tabla& tabla) const;
+
+    /// Changes the shape of the file, in the transaction that is open or in one of its own.
+    void Define(const std::function<void(const std::shared_ptr<mdb::PaginasEscribibles>&)>& cambio);
+
+    /// True when the last change was refused because somebody has the file open.
+    bool EstabaEnUso() const { return estabaEnUso_; }
 
   private:
+    std::shared_ptr<mdb::TransaccionPaginas> paginas_;
     std::unique_ptr<mdb::Base> base_;
+    std::map<int, std::size_t> marcas_{}; ///< by the engine's number
+    std::set<int> pedidas_{};             ///< before the transaction is open
     quint64 version_ = 1;
+    bool estabaEnUso_ = false;
 };
 
 } // namespace tolmo::data::access

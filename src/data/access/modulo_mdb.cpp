@@ -42,8 +42,19 @@ struct TablaVirtual : sqlite3_vtab {
         return &hecha->second;
     }
 
+    mdb::TablaEscribible& Escribible()
+    {
+        // A table that was made known in this transaction isn't told of its beginning.
+        fichero.Empieza();
+        if (!escribible)
+            escribible.emplace(fichero.Escribible(tabla));
+        fichero.NotaCambio();
+        return *escribible;
+    }
+
     FicheroAccess& fichero;
     mdb::Tabla tabla;
+    std::optional<mdb::TablaEscribible> escribible{}; ///< for the length of a transaction
     std::map<int, DispersionMdb> dispersiones{};
     std::map<int, int> pedidas{};
     quint64 version = 0;
@@ -227,6 +238,67 @@ int DaFila(sqlite3_vtab_cursor* cursor, sqlite3_int64* fila)
     return SQLITE_OK;
 }
 
+void Inserta(TablaVirtual& tabla, std::span<sqlite3_value* const> valores, sqlite3_int64* fila)
+{
+    const auto& columnas = tabla.tabla.definicion().columnas;
+    std::vector<mdb::Dato> datos;
+    for (std::size_t i = 0; i < columnas.size(); ++i)
+        datos.push_back(DatoDe(valores[i], columnas[i]));
+    *fila = tabla.Escribible().Inserta(datos).Numero();
+}
+
+void Actualiza(TablaVirtual& tabla, mdb::Puntero fila, std::span<sqlite3_value* const> valores)
+{
+    const auto& columnas = tabla.tabla.definicion().columnas;
+    std::vector<mdb::TablaEscribible::Cambio> cambios;
+    for (std::size_t i = 0; i < columnas.size(); ++i)
+        if (!sqlite3_value_nochange(valores[i]))
+            cambios.push_back({.columna = i, .valor = DatoDe(valores[i], columnas[i])});
+    tabla.Escribible().Actualiza(fila, cambios);
+}
+
+/// One value: a row to be deleted. Else the row, NULL for a new one, its new number, its columns.
+int Cambia(sqlite3_vtab* tabla, int argc, sqlite3_value** argv, sqlite3_int64* fila)
+{
+    return Hace(tabla, [&] {
+        const auto donde = [&] {
+            return mdb::Puntero::De(static_cast<quint32>(sqlite3_value_int64(argv[0])));
+        };
+        const std::span<sqlite3_value* const> todos(argv, static_cast<std::size_t>(argc));
+        if (argc == 1)
+            De(tabla).Escribible().Borra(donde());
+        else if (sqlite3_value_type(argv[0]) == SQLITE_NULL)
+            Inserta(De(tabla), todos.subspan(2), fila);
+        else
+            Actualiza(De(tabla), donde(), todos.subspan(2));
+        return SQLITE_OK;
+    });
+}
+
+/// The parts of a transaction, which each table that is changed in it hears of.
+template <auto Parte> int EnTransaccion(sqlite3_vtab* tabla)
+{
+    return Hace(tabla, [&] {
+        De(tabla).escribible.reset();
+        (De(tabla).fichero.*Parte)();
+        return SQLITE_OK;
+    });
+}
+template <auto Parte> int EnPunto(sqlite3_vtab* tabla, int numero)
+{
+    return Hace(tabla, [&] {
+        De(tabla).escribible.reset();
+        (De(tabla).fichero.*Parte)(numero);
+        return SQLITE_OK;
+    });
+}
+
+int Acaba(sqlite3_vtab* tabla)
+{
+    De(tabla).escribible.reset();
+    return SQLITE_OK;
+}
+
 sqlite3_module Modulo()
 {
     sqlite3_module modulo{};
@@ -243,6 +315,14 @@ sqlite3_module Modulo()
     modulo.xEof = EsElFin;
     modulo.xColumn = DaColumna;
     modulo.xRowid = DaFila;
+    modulo.xUpdate = Cambia;
+    modulo.xBegin = EnTransaccion<&FicheroAccess::Empieza>;
+    modulo.xSync = EnTransaccion<&FicheroAccess::Confirma>;
+    modulo.xCommit = Acaba;
+    modulo.xRollback = EnTransaccion<&FicheroAccess::Deshace>;
+    modulo.xSavepoint = EnPunto<&FicheroAccess::Marca>;
+    modulo.xRelease = EnPunto<&FicheroAccess::Suelta>;
+    modulo.xRollbackTo = EnPunto<&FicheroAccess::VuelveA>;
     return modulo;
 }
 

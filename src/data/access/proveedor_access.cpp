@@ -1,5 +1,7 @@
 #include "data/access/proveedor_access.h"
 #include "data/access/analizador.h"
+#include "data/access/colacion.h"
+#include "data/access/define_mdb.h"
 #include "data/access/errores_access.h"
 #include "data/access/lectura.h"
 #include "data/access/modulo_mdb.h"
@@ -51,13 +53,8 @@ ProveedorAccess::ProveedorAccess(std::unique_ptr<FicheroAccess> fichero, Ahora a
 // What another process does to the tables, or to the stored queries, outdates what is kept here.
 void ProveedorAccess::NotaCambiosAjenos()
 {
-    if (fichero_) {
-        if (fichero_->Refresca()) {
-            listas_.clear();
-            esquema_.Desconecta();
-        }
+    if (fichero_)
         return;
-    }
     versionDatos_.Paso();
     const qlonglong datos = versionDatos_.Entero(0);
     versionDatos_.Reinicia();
@@ -73,6 +70,18 @@ void ProveedorAccess::NotaCambiosAjenos()
     esquemaVisto_ = esquema;
 }
 
+/// Begins a statement on the file; what another program has changed outdates what is kept here.
+void ProveedorAccess::MiraElFichero(EnFichero& sentencia)
+{
+    if (!fichero_)
+        return;
+    sentencia.emplace(*fichero_);
+    if (!sentencia->HayCambios())
+        return;
+    listas_.clear();
+    esquema_.Desconecta();
+}
+
 void ProveedorAccess::Olvida()
 {
     listas_.clear();
@@ -80,10 +89,107 @@ void ProveedorAccess::Olvida()
     esquema_.Olvida();
 }
 
+bool ProveedorAccess::EsDeFichero(const QString& tabla) const
+{
+    const TablaVista* vista = esquema_.Busca(tabla);
+    return vista && vista->deFichero;
+}
+
+void ProveedorAccess::CambiaElFichero(
+    const std::function<void(const std::shared_ptr<mdb::PaginasEscribibles>&)>& cambio)
+{
+    listas_.clear();
+    fichero_->Define(cambio);
+    esquema_.Olvida();
+}
+
+/// What belongs in the file is made there. \returns false for what is the program's own
+bool ProveedorAccess::DefineTabla(const TablaNueva& tabla)
+{
+    if (EsDelPrograma(tabla.nombre))
+        return false;
+    if (esquema_.Busca(tabla.nombre))
+        Rechaza(QStringLiteral("La tabla %1 ya existe").arg(tabla.nombre));
+    try {
+        CambiaElFichero(
+            [&](const auto& paginas) { mdb::CreaTabla(paginas, TablaParaFichero(tabla)); });
+    } catch (const ErrorSql&) {
+        const bool referencias = Llave(tabla.nombre) == Llave(QLatin1String(TablaReferencias));
+        if (!fichero_->EstabaEnUso() || !referencias)
+            throw;
+        return false; // aside, until nobody has the file open
+    }
+    return true;
+}
+
+/// \returns false for a statement that is for the engine
+bool ProveedorAccess::DefineEnFichero(const access::Sentencia& sentencia)
+{
+    if (const auto* tabla = std::get_if<TablaNueva>(&sentencia))
+        return DefineTabla(*tabla);
+    if (const auto* indice = std::get_if<IndiceNuevo>(&sentencia)) {
+        if (!EsDeFichero(indice->tabla))
+            return false;
+        const QString tabla = esquema_.Busca(indice->tabla)->nombre;
+        listas_.clear();
+        esquema_.Desconecta();
+        CambiaElFichero([&](const auto& paginas) {
+            mdb::CreaIndice(paginas, tabla, IndiceParaFichero(*indice));
+        });
+        return true;
+    }
+    if (const auto* fuera = std::get_if<Eliminacion>(&sentencia)) {
+        const QString& tabla =
+            fuera->clase == Eliminacion::Clase::Indice ? fuera->tabla : fuera->nombre;
+        if (!EsDeFichero(tabla))
+            return false;
+        if (fuera->clase != Eliminacion::Clase::Tabla)
+            Rechaza(QStringLiteral(
+                "Los índices y consultas de un fichero de Access no se eliminan desde aquí"));
+        const QString nombre = esquema_.Busca(tabla)->nombre;
+        listas_.clear();
+        esquema_.Desconecta();
+        CambiaElFichero([&](const auto& paginas) { mdb::BorraTabla(paginas, nombre); });
+        return true;
+    }
+    if (const auto* cambio = std::get_if<CambioTabla>(&sentencia);
+        cambio && EsDeFichero(cambio->tabla))
+        Rechaza(QStringLiteral(
+            "Las columnas de una tabla de un fichero de Access no se cambian desde aquí"));
+    if (std::holds_alternative<ConsultaNueva>(sentencia))
+        Rechaza(QStringLiteral("En un fichero de Access no se crean consultas desde aquí"));
+    return false;
+}
+
+/// The references may be kept aside while somebody has the file open, so that a run goes on.
+bool ProveedorAccess::PuedeApartar(const QString& sql) const
+{
+    return fichero_ && fichero_->EstabaEnUso() &&
+           sql.contains(QLatin1String(TablaReferencias), Qt::CaseInsensitive) &&
+           EsDeFichero(QLatin1String(TablaReferencias));
+}
+
+void ProveedorAccess::ApartaReferencias()
+{
+    const QString tabla = Identificador(esquema_.Busca(QLatin1String(TablaReferencias))->nombre);
+    listas_.clear();
+    base_.Ejecuta(
+        QStringLiteral("CREATE TEMP TABLE kov_aparte AS SELECT * FROM main.%1").arg(tabla));
+    base_.Ejecuta(QStringLiteral("DROP TABLE main.%1").arg(tabla));
+    base_.Ejecuta(
+        QStringLiteral("CREATE TABLE main.%1 (FAMKOV nvarchar(20) COLLATE %2, FAMPRESTA INT)")
+            .arg(tabla, QLatin1String(Colacion)));
+    base_.Ejecuta(QStringLiteral("INSERT INTO main.%1 SELECT * FROM temp.kov_aparte").arg(tabla));
+    base_.Ejecuta(QStringLiteral("DROP TABLE temp.kov_aparte"));
+    esquema_.Olvida();
+}
+
 Plan ProveedorAccess::TraduceTexto(const QString& sql, const std::vector<Lexema>& lexemas,
                                    bool actualizable)
 {
     const Sentencia sentencia = Analiza(sql, lexemas);
+    if (fichero_ && DefineEnFichero(sentencia))
+        return {};
     Plan plan = Traductor(esquema_).Traduce(sentencia, actualizable);
     for (const auto& [tabla, columna] : plan.apoyos)
         apoyos_.Asegura(tabla, columna);
@@ -116,6 +222,8 @@ ProveedorAccess::Lista& ProveedorAccess::Prepara(const QString& sql, std::vector
 
 Filas ProveedorAccess::Consulta(const QString& sql, bool actualizable)
 {
+    EnFichero enFichero;
+    MiraElFichero(enFichero);
     std::vector<Lexema> lexemas;
     Lista suelta;
     Lista& lista = Prepara(sql, lexemas, actualizable, suelta);
@@ -135,6 +243,20 @@ Filas ProveedorAccess::Consulta(const QString& sql, bool actualizable)
 
 long long ProveedorAccess::Ejecuta(const QString& sql)
 {
+    try {
+        return EjecutaUna(sql);
+    } catch (const ErrorSql&) {
+        if (!PuedeApartar(sql))
+            throw;
+    }
+    ApartaReferencias();
+    return EjecutaUna(sql);
+}
+
+long long ProveedorAccess::EjecutaUna(const QString& sql)
+{
+    EnFichero enFichero;
+    MiraElFichero(enFichero);
     std::vector<Lexema> lexemas;
     Lista suelta;
     Lista& lista = Prepara(sql, lexemas, false, suelta);
@@ -215,6 +337,8 @@ void ProveedorAccess::Actualiza(const Filas& filas, std::size_t fila, const Camb
 {
     if (cambios.empty())
         return;
+    EnFichero enFichero;
+    MiraElFichero(enFichero);
     const TablaVista& tabla = TablaDe(esquema_, filas);
     QStringList lista;
     for (const auto& [nombre, valor] : cambios) {
@@ -237,6 +361,8 @@ void ProveedorAccess::Actualiza(const Filas& filas, std::size_t fila, const Camb
 
 Valor ProveedorAccess::Inserta(const Filas& filas, const Cambios& cambios)
 {
+    EnFichero enFichero;
+    MiraElFichero(enFichero);
     const TablaVista& tabla = TablaDe(esquema_, filas);
     QStringList columnas;
     QStringList valores;
@@ -260,6 +386,8 @@ Valor ProveedorAccess::Inserta(const Filas& filas, const Cambios& cambios)
 
 void ProveedorAccess::Borra(const Filas& filas, std::size_t fila)
 {
+    EnFichero enFichero;
+    MiraElFichero(enFichero);
     const TablaVista& tabla = TablaDe(esquema_, filas);
     Preparada preparada = base_.Prepara(
         QStringLiteral("DELETE FROM %1 WHERE rowid = ?1").arg(Identificador(tabla.nombre)));
@@ -269,6 +397,8 @@ void ProveedorAccess::Borra(const Filas& filas, std::size_t fila)
 
 std::vector<TablaEsquema> ProveedorAccess::Tablas()
 {
+    EnFichero enFichero;
+    MiraElFichero(enFichero);
     NotaCambiosAjenos();
     std::vector<TablaEsquema> tablas;
     for (const TablaVista* tabla : esquema_.Todas()) {

@@ -43,7 +43,18 @@ class ProveedorAccess : public Proveedor {
         std::vector<Preparada> preparadas{};
     };
 
+    using EnFichero = std::optional<FicheroAccess::Sentencia>;
+
     void NotaCambiosAjenos();
+    void MiraElFichero(EnFichero& sentencia);
+    bool DefineEnFichero(const access::Sentencia& sentencia);
+    bool DefineTabla(const TablaNueva& tabla);
+    void CambiaElFichero(
+        const std::function<void(const std::shared_ptr<mdb::PaginasEscribibles>&)>& cambio);
+    bool EsDeFichero(const QString& tabla) const;
+    bool PuedeApartar(const QString& sql) const;
+    void ApartaReferencias();
+    long long EjecutaUna(const QString& sql);
     void Olvida();
     Plan TraduceTexto(const QString& sql, const std::vector<Lexema>& lexemas, bool actualizable);
     Lista& Prepara(const QString& sql, std::vector<Lexema>& lexemas, bool actualizable,

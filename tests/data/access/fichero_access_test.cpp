@@ -2,6 +2,8 @@
 #include "data/errores.h"
 #include "data/valores.h"
 #include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 using namespace tolmo;
@@ -127,6 +129,142 @@ TEST(FicheroAccess, LaListaDeTablasEsLaDelFichero)
     // The actions aren't listed, nor the crosstab, whose rows aren't to be had.
     EXPECT_EQ(tablas, QStringList({"SelectQuery=VIEW", "Table1=TABLE", "Table2=TABLE",
                                    "Table3=TABLE", "UnionQuery=VIEW"}));
+}
+
+/// A new file of Access, made and filled by sentences.
+class FicheroNuevo : public testing::Test {
+  protected:
+    void SetUp() override
+    {
+        QFile guion(carpeta.filePath("guion.sql"));
+        ASSERT_TRUE(guion.open(QIODevice::WriteOnly));
+        guion.write(
+            "CREATE TABLE M_ARTIC (CODARTICULO nvarchar(20), DESCRIPCION nvarchar(60), NOTAS MEMO, PVP1 DOUBLE, COSTE CURRENCY, UNIDADES SMALLINT, ALTA DATETIME, WEB YESNO);\n"
+            "CREATE UNIQUE INDEX IDX_M_ARTIC ON M_ARTIC (CODARTICULO);\n"
+            "CREATE TABLE NUMEROS (ID COUNTER, N INT);\n"
+            "INSERT INTO M_ARTIC VALUES ('A1','Cañón','una nota',1.5,2.25,7,#03/15/2024#,True);\n"
+            "INSERT INTO M_ARTIC (CODARTICULO,PVP1) VALUES ('A2',3);\n");
+        guion.close();
+        data::EjecutaGuiones(Ruta(), {guion.fileName()});
+        base = Abre(Ruta());
+    }
+    QString Ruta() const { return carpeta.filePath("BD000001.mdb"); }
+    std::string Filas(const QString& sql) { return Tabla(*base, sql); }
+    std::string Fallo(const QString& sql)
+    {
+        try {
+            base->Ejecuta(sql);
+        } catch (const data::ErrorSql& error) {
+            return error.Descripcion().toStdString();
+        }
+        return "";
+    }
+
+    QTemporaryDir carpeta{};
+    std::unique_ptr<data::Proveedor> base{};
+};
+
+TEST_F(FicheroNuevo, CadaTipoVuelveComoSeEscribio)
+{
+    EXPECT_EQ(Filas("SELECT * FROM M_ARTIC ORDER BY CODARTICULO"),
+              "A1|Cañón|una nota|1.5|2.25|7|15/03/2024|True A2|NULL|NULL|3|NULL|NULL|NULL|False");
+    EXPECT_EQ(Tabla(*Abre(Ruta()), "SELECT CODARTICULO FROM M_ARTIC WHERE ALTA=#03/15/2024#"),
+              "A1");
+}
+
+TEST_F(FicheroNuevo, LasFilasSeCambianYSeBorran)
+{
+    EXPECT_EQ(base->Ejecuta("UPDATE M_ARTIC SET PVP1=PVP1*2,NOTAS=NULL WHERE CODARTICULO='a1'"), 1);
+    EXPECT_EQ(Filas("SELECT PVP1,NOTAS,DESCRIPCION FROM M_ARTIC WHERE CODARTICULO='A1'"),
+              "3|NULL|Cañón");
+
+    EXPECT_EQ(base->Ejecuta("DELETE FROM M_ARTIC WHERE PVP1=3 AND CODARTICULO>'A1'"), 1);
+    EXPECT_EQ(Tabla(*Abre(Ruta()), "SELECT CODARTICULO FROM M_ARTIC"), "A1");
+}
+
+TEST_F(FicheroNuevo, UnaClaveRepetidaSeRechazaYNadaQuedaAMedias)
+{
+    const std::string fallo = Fallo("INSERT INTO M_ARTIC (CODARTICULO) VALUES ('A1')");
+    EXPECT_TRUE(
+        fallo.starts_with("El valor está duplicado en un índice único: M_ARTIC.CODARTICULO"))
+        << fallo;
+    EXPECT_NE(
+        Fallo(
+            "INSERT INTO M_ARTIC (CODARTICULO) SELECT 'B' & MID(CODARTICULO,2) FROM M_ARTIC UNION ALL SELECT CODARTICULO FROM M_ARTIC"),
+        "");
+
+    EXPECT_EQ(Filas("SELECT CODARTICULO FROM M_ARTIC ORDER BY CODARTICULO"), "A1 A2")
+        << "the rows before the one that failed are taken back";
+    base->Ejecuta("INSERT INTO M_ARTIC (CODARTICULO) VALUES ('A3')");
+    EXPECT_EQ(Filas("SELECT COUNT(*) FROM M_ARTIC"), "3");
+}
+
+TEST_F(FicheroNuevo, ElContadorSigue)
+{
+    base->Ejecuta("INSERT INTO NUMEROS (N) VALUES (10)");
+    base->Ejecuta("INSERT INTO NUMEROS (N) SELECT N+1 FROM NUMEROS");
+    base->Ejecuta("DELETE FROM NUMEROS WHERE ID=2");
+    base->Ejecuta("INSERT INTO NUMEROS (N) VALUES (12)");
+
+    EXPECT_EQ(Filas("SELECT ID,N FROM NUMEROS ORDER BY ID"), "1|10 3|12");
+}
+
+TEST_F(FicheroNuevo, UnConjuntoAbiertoSeCambiaFilaAFila)
+{
+    data::Filas filas = base->Consulta("SELECT * FROM M_ARTIC ORDER BY CODARTICULO", true);
+
+    base->Actualiza(filas, 1, {{"DESCRIPCION", QString("Jarrón")}});
+    base->Inserta(filas, {{"CODARTICULO", QString("A3")}, {"WEB", true}});
+    base->Borra(filas, 0);
+
+    EXPECT_EQ(Filas("SELECT CODARTICULO,DESCRIPCION,WEB FROM M_ARTIC ORDER BY CODARTICULO"),
+              "A2|Jarrón|False A3|NULL|True");
+}
+
+TEST_F(FicheroNuevo, LoQueOtroGuardaSeVeEnElSiguienteConjunto)
+{
+    EXPECT_EQ(Filas("SELECT COUNT(*) FROM M_ARTIC"), "2");
+    const auto otro = Abre(Ruta());
+
+    otro->Ejecuta("INSERT INTO M_ARTIC (CODARTICULO) VALUES ('A9')");
+    otro->Ejecuta("CREATE TABLE NUEVA (X INT)");
+    otro->Ejecuta("INSERT INTO NUEVA VALUES (5)");
+
+    EXPECT_EQ(Filas("SELECT COUNT(*) FROM M_ARTIC"), "3");
+    EXPECT_EQ(Filas("SELECT CODARTICULO FROM M_ARTIC WHERE CODARTICULO='A9'"), "A9");
+    EXPECT_EQ(Filas("SELECT X FROM NUEVA"), "5");
+    otro->Ejecuta("DROP TABLE NUEVA");
+    EXPECT_NE(Fallo("INSERT INTO NUEVA VALUES (6)"), "");
+}
+
+TEST_F(FicheroNuevo, UnGuionQueFallaNoDejaNada)
+{
+    QFile guion(carpeta.filePath("malo.sql"));
+    ASSERT_TRUE(guion.open(QIODevice::WriteOnly));
+    guion.write(
+        "INSERT INTO M_ARTIC (CODARTICULO) VALUES ('A7');\nINSERT INTO NOHAY VALUES (1);\n");
+    guion.close();
+
+    EXPECT_THROW(data::EjecutaGuiones(Ruta(), {guion.fileName()}), data::ErrorSql);
+
+    EXPECT_EQ(Filas("SELECT COUNT(*) FROM M_ARTIC"), "2");
+}
+
+TEST_F(FicheroNuevo, MuchasFilasSeCopianDeUnaVezYSeHallanPorSuIndice)
+{
+    base->Ejecuta("INSERT INTO NUMEROS (N) VALUES (0)");
+    for (int i = 1; i < 4096; i *= 2)
+        base->Ejecuta("INSERT INTO NUMEROS (N) SELECT N+" + QString::number(i) + " FROM NUMEROS");
+    base->Ejecuta(
+        "INSERT INTO M_ARTIC (CODARTICULO,PVP1) SELECT 'Z' & FORMAT(N,'0000'),N FROM NUMEROS");
+
+    EXPECT_EQ(Filas("SELECT COUNT(*) FROM M_ARTIC"), "4098");
+    EXPECT_EQ(Filas("SELECT PVP1 FROM M_ARTIC WHERE CODARTICULO='Z3071'"), "3071");
+    EXPECT_EQ(Filas("SELECT COUNT(*) FROM M_ARTIC WHERE CODARTICULO>='Z4000'"), "96");
+    EXPECT_EQ(Filas("SELECT COUNT(*) FROM M_ARTIC WHERE CODARTICULO LIKE 'z40%'"), "96");
+    EXPECT_EQ(Filas("SELECT COUNT(*) FROM NUMEROS INNER JOIN M_ARTIC ON NUMEROS.N=M_ARTIC.PVP1"),
+              "4097")
+        << "A2 costs 3";
 }
 
 } // namespace

@@ -1,0 +1,19 @@
+#pragma once
+#include "data/access/arbol.h"
+#include "data/access/mdb/define_tabla.h"
+
+namespace tolmo::data::access {
+
+/// What a CREATE TABLE or CREATE INDEX means for an Access file.
+/// \throws ErrorSql for a default that is no constant
+mdb::NuevaTabla TablaParaFichero(const TablaNueva& tabla);
+mdb::NuevoIndice IndiceParaFichero(const IndiceNuevo& indice);
+
+/// True for the tables that the program makes for itself while it runs.
+bool EsDelPrograma(const QString& tabla);
+
+/// The table that links families and categories: it belongs in the file, and is kept aside while
+/// somebody has that open.
+constexpr const char* TablaReferencias = "wFAMPRESTA";
+
+} // namespace tolmo::data::access
