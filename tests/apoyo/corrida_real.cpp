@@ -144,14 +144,24 @@ EmpresaReal::EmpresaReal(TiendaDePrueba& tienda, const QMap<QString, QString>& p
         QString::fromUtf8(LeeTodo(KOV_FUENTES "/demo/empresa/00_tablas.sql")));
 }
 
+namespace {
+
+/// The form of the databases: "sqlite", or "mdb" for files of Access.
+QString ConForma(const QString& base)
+{
+    return base + '.' + qEnvironmentVariable("KOV_FORMA", "sqlite");
+}
+
+} // namespace
+
 void EmpresaReal::Sql(const QString& guion)
 {
-    EjecutaGuion("bases/BD000001.sqlite", guion);
+    EjecutaGuion(ConForma("bases/BD000001"), guion);
 }
 
 void EmpresaReal::SqlComun(const QString& guion)
 {
-    EjecutaGuion("bases/BDLOCAL.sqlite", guion);
+    EjecutaGuion(ConForma("bases/BDLOCAL"), guion);
 }
 
 void EmpresaReal::EjecutaGuion(const QString& base, const QString& guion)

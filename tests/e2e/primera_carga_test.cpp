@@ -1,5 +1,5 @@
 #include "apoyo/corrida_real.h"
-#include <QSqlDatabase>
+#include "data/access/access.h"
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -253,22 +253,13 @@ TEST_F(PrimeraCarga, NoQuedanCredencialesNiLotesEnNingunSitio)
     EXPECT_FALSE(empresa->Carpeta().Existe("sentencias.sql"));
 }
 
-QStringList Tablas(const QString& base)
-{
-    QStringList tablas;
-    {
-        QSqlDatabase abierta = QSqlDatabase::addDatabase("QSQLITE", "tablas");
-        abierta.setDatabaseName(base);
-        if (abierta.open())
-            tablas = abierta.tables();
-    }
-    QSqlDatabase::removeDatabase("tablas");
-    return tablas;
-}
-
 TEST_F(PrimeraCarga, LaTablaTemporalSeBorraAlTerminar)
 {
-    const QStringList tablas = Tablas(empresa->Carpeta().Ruta("bases/BD000001.sqlite"));
+    const auto base = tolmo::data::AbreAccess("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" +
+                                              empresa->Carpeta().Ruta("bases/BD000001.mdb"));
+    QStringList tablas;
+    for (const tolmo::data::TablaEsquema& tabla : base->Tablas())
+        tablas << tabla.nombre;
 
     EXPECT_TRUE(tablas.contains("M_ARTIC"));
     EXPECT_TRUE(tablas.contains("wFAMPRESTA"));

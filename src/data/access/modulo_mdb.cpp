@@ -299,6 +299,28 @@ int Acaba(sqlite3_vtab* tabla)
     return SQLITE_OK;
 }
 
+/// The engine tells the end of a transaction to the tables that it knows then; one that was changed
+/// and made unknown again in the same transaction hears nothing. \returns not 0 when the file can't
+/// be written: the engine undoes its own part then
+int AlConfirmar(void* fichero)
+{
+    try {
+        static_cast<FicheroAccess*>(fichero)->Confirma();
+        return 0;
+    } catch (const ErrorDatos&) {
+        return 1;
+    }
+}
+
+void AlDeshacer(void* fichero)
+{
+    try {
+        static_cast<FicheroAccess*>(fichero)->Deshace();
+    } catch (const ErrorDatos&) {
+        // The file is as it was; whatever is wrong with it, the next statement tells.
+    }
+}
+
 sqlite3_module Modulo()
 {
     sqlite3_module modulo{};
@@ -333,6 +355,8 @@ void RegistraModuloMdb(sqlite3* base, FicheroAccess& fichero)
     static const sqlite3_module modulo = Modulo();
     if (sqlite3_create_module_v2(base, NombreModulo, &modulo, &fichero, nullptr) != SQLITE_OK)
         Rechaza(QString::fromUtf8(sqlite3_errmsg(base)));
+    sqlite3_commit_hook(base, AlConfirmar, &fichero);
+    sqlite3_rollback_hook(base, AlDeshacer, &fichero);
 }
 
 QString SqlConectaTabla(const QString& nombre)

@@ -237,6 +237,20 @@ TEST_F(FicheroNuevo, LoQueOtroGuardaSeVeEnElSiguienteConjunto)
     EXPECT_NE(Fallo("INSERT INTO NUEVA VALUES (6)"), "");
 }
 
+TEST_F(FicheroNuevo, UnGuionPuedeLlenarUnaTablaAntesDeHacerOtra)
+{
+    QFile guion(carpeta.filePath("otro.sql"));
+    ASSERT_TRUE(guion.open(QIODevice::WriteOnly));
+    guion.write("CREATE TABLE UNA (X INT);\nINSERT INTO UNA VALUES (1);\n"
+                "CREATE TABLE DOS (Y INT);\nCREATE INDEX IDX_DOS ON DOS (Y);\n"
+                "INSERT INTO DOS VALUES (2);\nINSERT INTO UNA VALUES (3);\n");
+    guion.close();
+
+    data::EjecutaGuiones(Ruta(), {guion.fileName()});
+
+    EXPECT_EQ(Filas("SELECT X,Y FROM UNA,DOS ORDER BY X"), "1|2 3|2");
+}
+
 TEST_F(FicheroNuevo, UnGuionQueFallaNoDejaNada)
 {
     QFile guion(carpeta.filePath("malo.sql"));
