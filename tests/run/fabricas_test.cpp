@@ -72,7 +72,7 @@ TEST_F(Fabricas, LosAtributosSonLosDeLosArticulosDeLaEmpresa)
         {"CREATE TABLE M_ARTIC (CODARTICULO nvarchar(20), DESCRIPCION nvarchar(60))",
          "INSERT INTO M_ARTIC VALUES ('A1','Olla')",
          "CREATE TABLE PS_CONF_ART_CAT (CODARTICULO nvarchar(20), CODCATEGORIA nvarchar(3), DESCRIPCION nvarchar(60))",
-         "CREATE TABLE PS_CONF_ART_VAL (CODARTICULO nvarchar(20), CODCATEGORIA nvarchar(3), VALOR nvarchar(3), ID INT, SECUENCIA INT, INC_PVP DOUBLE, PESO DOUBLE, FOTO nvarchar(255))"});
+         "CREATE TABLE PS_CONF_ART_VAL (CODARTICULO nvarchar(20), CODCATEGORIA nvarchar(3), VALOR nvarchar(3), ID INT, SECUENCIA INT, INC_PVP DOUBLE, INC_PVP2 DOUBLE, INC_PVP3 DOUBLE, INC_PVP4 DOUBLE, INC_PVP5 DOUBLE, PESO DOUBLE, FOTO nvarchar(255))"});
     programa.parametros.PS_TABLAARTIC = "M_ARTIC";
     QString descripcion;
     EnElDialogo([&](QWidget& d) {
