@@ -123,7 +123,7 @@ cambia_un_precio() {
     # The company changes a price, as the management program does: with the date of the change.
     printf "UPDATE M_ARTIC SET PVP1=%s, FECHAMODIFICACION=Date() WHERE CODARTICULO='%s';\n" \
         "$PRECIO_NUEVO" "$ARTICULO" >"$DEMO/cambio.sql"
-    "$RAIZ/build/kovtolmo-sql" "$EMPRESA/bases/BD000001.sqlite" "$DEMO/cambio.sql"
+    "$RAIZ/build/kovtolmo-sql" "$EMPRESA/bases/BD000001.${KOV_FORMA:-sqlite}" "$DEMO/cambio.sql"
     printf '  La empresa cambia el precio del artículo %s, de %s a %s €.\n\n' "$ARTICULO" \
         "$(con_coma "$antes")" "$(con_coma "$PRECIO_NUEVO")"
 }

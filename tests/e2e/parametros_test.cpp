@@ -271,7 +271,7 @@ struct Marcas : Casa {
             "INSERT INTO M_GRUPART (PARTICIPA,CODGRUPO,DESCRIPCION) VALUES (2,9,'Marca Dos');\n" +
             SqlArticulo("01A",
                         {{"CODGRUPO", "7"}, {"GRUPO2", "9"}, {"FECHAMODIFICACION", "Null"}}) +
-            SqlArticulo("01B", {{"GRUPO2", "0"}, {"FECHAMODIFICACION", "Null"}}));
+            SqlArticulo("01B", {{"GRUPO2", "''"}, {"FECHAMODIFICACION", "Null"}}));
         conDos = empresa->Corre();
         trasDos = Fabricantes();
         empresa->Sql("UPDATE M_EMPRESA SET PSGRUPOMARCAS='1';\n");
