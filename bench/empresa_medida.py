@@ -4,6 +4,9 @@ import os
 import pathlib
 import subprocess
 
+# The form of the company's databases: "sqlite", or "mdb" for files of Access.
+FORMA = os.environ.get("KOV_FORMA", "sqlite")
+
 FAMILIAS = 90
 FOTOS_DISTINTAS = 8
 BYTES_DE_DOCUMENTO = 200_000
@@ -181,7 +184,7 @@ def haz_empresa(raiz, construido, carpeta, tienda, surtido):
     escribe(empresa, _guion_de_empresa(raiz, tienda))
     escribe(articulos, _guion_de_articulos(surtido, carpeta))
     sql = construido / "kovtolmo-sql"
-    subprocess.run([sql, carpeta / "bases/BDLOCAL.sqlite", empresa], check=True)
-    subprocess.run([sql, carpeta / "bases/BD000001.sqlite", empresa,
+    subprocess.run([sql, carpeta / f"bases/BDLOCAL.{FORMA}", empresa], check=True)
+    subprocess.run([sql, carpeta / f"bases/BD000001.{FORMA}", empresa,
                     raiz / "demo/empresa/00_tablas.sql", articulos], check=True)
     _pon_guiones(raiz, carpeta)
