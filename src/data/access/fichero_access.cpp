@@ -12,6 +12,7 @@ FicheroAccess::FicheroAccess(const QString& ruta)
 FicheroAccess::Sentencia::Sentencia(FicheroAccess& fichero)
     : fichero_(fichero), hayCambios_(fichero.paginas_->EmpiezaLectura())
 {
+    fichero_.estabaEnUso_ = false;
     if (!hayCambios_)
         return;
     try {

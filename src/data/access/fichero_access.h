@@ -63,7 +63,7 @@ class FicheroAccess {
     /// Changes the shape of the file, in the transaction that is open or in one of its own.
     void Define(const std::function<void(const std::shared_ptr<mdb::PaginasEscribibles>&)>& cambio);
 
-    /// True when the last change was refused because somebody has the file open.
+    /// True when a change of the last statement was refused because somebody has the file open.
     bool EstabaEnUso() const { return estabaEnUso_; }
 
   private:

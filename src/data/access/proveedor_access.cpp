@@ -156,6 +156,11 @@ bool ProveedorAccess::DefineEnFichero(const access::Sentencia& sentencia)
         cambio && EsDeFichero(cambio->tabla))
         Rechaza(QStringLiteral(
             "Las columnas de una tabla de un fichero de Access no se cambian desde aquí"));
+    if (const auto* consulta = std::get_if<access::Consulta>(&sentencia)) {
+        const QString& destino = consulta->partes[0].destino;
+        if (!destino.isEmpty() && !EsDelPrograma(destino))
+            Rechaza(QStringLiteral("En un fichero de Access no se hace una tabla con SELECT INTO"));
+    }
     if (std::holds_alternative<ConsultaNueva>(sentencia))
         Rechaza(QStringLiteral("En un fichero de Access no se crean consultas desde aquí"));
     return false;
@@ -171,6 +176,8 @@ bool ProveedorAccess::PuedeApartar(const QString& sql) const
 
 void ProveedorAccess::ApartaReferencias()
 {
+    EnFichero enFichero;
+    MiraElFichero(enFichero);
     const QString tabla = Identificador(esquema_.Busca(QLatin1String(TablaReferencias))->nombre);
     listas_.clear();
     base_.Ejecuta(

@@ -1,9 +1,11 @@
 #include "data/access/access.h"
+#include "data/access/mdb/otro_proceso.h"
 #include "data/errores.h"
 #include "data/valores.h"
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 
 using namespace tolmo;
@@ -235,6 +237,50 @@ TEST_F(FicheroNuevo, LoQueOtroGuardaSeVeEnElSiguienteConjunto)
     EXPECT_EQ(Filas("SELECT X FROM NUEVA"), "5");
     otro->Ejecuta("DROP TABLE NUEVA");
     EXPECT_NE(Fallo("INSERT INTO NUEVA VALUES (6)"), "");
+}
+
+TEST_F(FicheroNuevo, SelectIntoNoGuardaDatosDondeSePerderian)
+{
+    EXPECT_EQ(Fallo("SELECT * INTO COPIA FROM M_ARTIC"),
+              "En un fichero de Access no se hace una tabla con SELECT INTO");
+}
+
+/// The management program has the file open, on another machine.
+TEST_F(FicheroNuevo, ConElFicheroAbiertoPorOtroSeLeeYLasReferenciasVanAparte)
+{
+    base->Ejecuta("CREATE TABLE wFAMPRESTA (FAMKOV NVARCHAR(20),FAMPRESTA INT)");
+    base->Ejecuta("INSERT INTO wFAMPRESTA (FAMKOV,FAMPRESTA) VALUES ('01',3)");
+    const QString ldb = carpeta.filePath("BD000001.ldb");
+    QFile entradas(ldb);
+    ASSERT_TRUE(entradas.open(QIODevice::WriteOnly));
+    entradas.write(QByteArray("CAJA2").leftJustified(32, '\0') +
+                   QByteArray("Admin").leftJustified(32, '\0'));
+    entradas.close();
+    OtroProceso gestion([&](const auto& avisa, const auto& espera) {
+        const int descriptor = ::open(ldb.toLocal8Bit().constData(), O_RDWR);
+        struct flock tramo {};
+        tramo.l_type = F_WRLCK;
+        tramo.l_whence = SEEK_SET;
+        tramo.l_start = 0x10000001;
+        tramo.l_len = 1;
+        if (::fcntl(descriptor, F_SETLK, &tramo) != 0)
+            throw std::runtime_error("no lock");
+        avisa();
+        espera();
+    });
+    gestion.EsperaSuAviso();
+
+    EXPECT_NE(Fallo("INSERT INTO M_ARTIC (CODARTICULO) VALUES ('A7')").find("CAJA2"),
+              std::string::npos);
+    EXPECT_NE(Fallo("INSERT INTO wFAMPRESTA (NOHAY) VALUES (1)"), "");
+    base->Ejecuta("DELETE FROM wFAMPRESTA");
+    base->Ejecuta("INSERT INTO wFAMPRESTA (FAMKOV,FAMPRESTA) VALUES ('02',4)");
+    base->Ejecuta("CREATE TABLE WKOVTOLMO_ARTIC1 (CODART nvarchar(20))");
+
+    EXPECT_EQ(Filas("SELECT FAMPRESTA FROM wFAMPRESTA"), "4");
+    EXPECT_EQ(Filas("SELECT COUNT(*) FROM M_ARTIC"), "2");
+    EXPECT_EQ(Tabla(*Abre(Ruta()), "SELECT FAMPRESTA FROM wFAMPRESTA"), "3")
+        << "the file is as the other program has it";
 }
 
 TEST_F(FicheroNuevo, UnGuionPuedeLlenarUnaTablaAntesDeHacerOtra)
