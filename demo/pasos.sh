@@ -15,7 +15,7 @@ muere() {
 
 uso() {
     cat <<'TEXTO'
-uso: tools/demo [--generacion 1.5.6|1.6.0|1.6.1] [--sin-segunda]
+uso: tools/demo [--access] [--generacion 1.5.6|1.6.0|1.6.1] [--sin-segunda]
      tools/demo --para    para la tienda y borra todo lo que ha hecho la demostración
 TEXTO
 }
@@ -35,7 +35,7 @@ compila() {
     local registro=$DEMO/compila.txt
     if ! {
         cd "$RAIZ" && cmake --preset release &&
-            cmake --build --preset release --target kovtolmo kovtolmo-sql kovtolmo-pulsa
+            cmake --build --preset release --target kovtolmo kovtolmo-sql kovtolmo-mdb kovtolmo-pulsa
     } 2>&1 | tee "$registro" | muestra_avance; then
         tail -n 40 "$registro" >&2
         muere "el programa no se ha podido compilar; todo está en $registro"
@@ -123,7 +123,7 @@ cambia_un_precio() {
     # The company changes a price, as the management program does: with the date of the change.
     printf "UPDATE M_ARTIC SET PVP1=%s, FECHAMODIFICACION=Date() WHERE CODARTICULO='%s';\n" \
         "$PRECIO_NUEVO" "$ARTICULO" >"$DEMO/cambio.sql"
-    "$RAIZ/build/kovtolmo-sql" "$EMPRESA/bases/BD000001.${KOV_FORMA:-sqlite}" "$DEMO/cambio.sql"
+    "$RAIZ/build/kovtolmo-sql" "$EMPRESA/bases/BD000001.$KOV_FORMA" "$DEMO/cambio.sql"
     printf '  La empresa cambia el precio del artículo %s, de %s a %s €.\n\n' "$ARTICULO" \
         "$(con_coma "$antes")" "$(con_coma "$PRECIO_NUEVO")"
 }
@@ -170,6 +170,16 @@ image|Imágenes
 attachment|Documentos adjuntos
 cart_rule|Vales de descuento
 TABLAS
+}
+
+# The company's own file, after all that was read from it and written into it.
+comprueba_access() {
+    local informe=$DEMO/access.txt
+    titulo "El fichero de Access, después: kovtolmo-mdb comprueba BD000001.mdb"
+    "$RAIZ/build/kovtolmo-mdb" comprueba "$EMPRESA/bases/BD000001.mdb" >"$informe" ||
+        muere "el fichero de Access no está bien; lo que tiene está en $informe"
+    grep -E '^Access|M_ARTIC|^wFAMPRESTA|^Todo' "$informe" | sangra
+    printf '\n  Las demás tablas están en %s\n' "$informe"
 }
 
 despide() {

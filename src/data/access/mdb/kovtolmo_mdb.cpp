@@ -45,6 +45,12 @@ int Exporta(const mdb::Base& base, const QString& tabla)
     return 0;
 }
 
+QString Cuenta(qsizetype cuantas, const QString& singular)
+{
+    return QString::number(cuantas) + u' ' + singular +
+           (cuantas == 1 ? QString() : QStringLiteral("s"));
+}
+
 void EscribeFaltas(QTextStream& salida, const QStringList& faltas)
 {
     for (const QString& falta : faltas)
@@ -65,14 +71,15 @@ int MuestraEstado(const mdb::Base& base)
     const mdb::Informe informe = mdb::Comprueba(base);
     salida << mdb::NombreDe(base.version()) << '\n';
     for (const mdb::EstadoTabla& tabla : informe.tablas) {
-        salida << tabla.nombre << ": " << tabla.filas << " filas";
+        salida << tabla.nombre << ": " << Cuenta(tabla.filas, QStringLiteral("fila"));
         if (tabla.filas != tabla.filasDeclaradas)
             salida << " (la definición dice " << tabla.filasDeclaradas << ')';
         salida << '\n';
         EscribeFaltas(salida, tabla.faltas);
         for (const mdb::EstadoIndice& indice : tabla.indices) {
-            salida << "  " << indice.nombre << ": " << indice.entradas << " entradas, "
-                   << EstadoDe(indice) << '\n';
+            salida << "  " << indice.nombre << ": "
+                   << Cuenta(indice.entradas, QStringLiteral("entrada")) << ", " << EstadoDe(indice)
+                   << '\n';
             EscribeFaltas(salida, indice.faltas);
         }
     }

@@ -60,6 +60,13 @@ TEST(ProgramaMdb, CompruebaUnFicheroSano)
     EXPECT_TRUE(resultado.salida.endsWith("Todo está bien\n"));
 }
 
+TEST(ProgramaMdb, UnaSolaFilaNoVaEnPlural)
+{
+    const Resultado resultado = Ejecuta({"comprueba", RutaMuestra("2003-numeric.mdb")});
+
+    EXPECT_TRUE(resultado.salida.contains("\ntest: 1 fila\n")) << resultado.salida.toStdString();
+}
+
 TEST(ProgramaMdb, ConUnFicheroDanadoAcabaConEstado1)
 {
     QByteArray bytes = BytesDeMuestra("2000-composite-index.mdb");
