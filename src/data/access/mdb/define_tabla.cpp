@@ -10,6 +10,7 @@
 #include "data/access/mdb/indices_tabla.h"
 #include "data/access/mdb/mapa.h"
 #include "data/access/mdb/monta_tabla.h"
+#include "data/access/mdb/nombres.h"
 #include "data/access/mdb/registro_objetos.h"
 #include <QSet>
 #include <algorithm>
@@ -17,7 +18,6 @@
 namespace tolmo::data::access::mdb {
 namespace {
 
-constexpr qsizetype MayorNombre = 64;
 constexpr std::size_t MasColumnas = 255;
 constexpr std::size_t MasIndices = 32;
 constexpr std::size_t ColumnasPorIndice = 10;
@@ -34,16 +34,6 @@ constexpr quint16 LargoNumerico = 17;
 [[noreturn]] void NoSeHace(const QString& frase, const Lugar& lugar = {})
 {
     throw ErrorMdb(Motivo::NoAdmitido, frase, lugar);
-}
-
-void CompruebaNombre(const QString& nombre)
-{
-    const auto prohibido = [](QChar c) {
-        return c.unicode() < 0x20 || QStringLiteral(".![]`").contains(c);
-    };
-    if (nombre.isEmpty() || nombre.size() > MayorNombre || nombre.startsWith(u' ') ||
-        std::any_of(nombre.begin(), nombre.end(), prohibido))
-        NoSeHace(QStringLiteral("El nombre no se puede usar: ") + nombre);
 }
 
 template <typename Lista> void CompruebaNombres(const Lista& lista)
