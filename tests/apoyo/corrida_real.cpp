@@ -1,4 +1,5 @@
 #include "apoyo/corrida_real.h"
+#include "apoyo/forma_de_base.h"
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QRegularExpression>
@@ -144,32 +145,31 @@ EmpresaReal::EmpresaReal(TiendaDePrueba& tienda, const QMap<QString, QString>& p
         QString::fromUtf8(LeeTodo(KOV_FUENTES "/demo/empresa/00_tablas.sql")));
 }
 
-namespace {
-
-/// The form of the databases: "sqlite", or "mdb" for files of Access.
-QString ConForma(const QString& base)
+QString EmpresaReal::FicheroDeBase(const QString& nombre) const
 {
-    return base + '.' + qEnvironmentVariable("KOV_FORMA", "sqlite");
+    return ::FicheroDeBase(carpeta_.Ruta("bases/" + nombre));
 }
 
-} // namespace
+QString EmpresaReal::CadenaDeBase() const
+{
+    return ::CadenaDeBase(carpeta_.Ruta("bases/BD000001"));
+}
 
 void EmpresaReal::Sql(const QString& guion)
 {
-    EjecutaGuion(ConForma("bases/BD000001"), guion);
+    EjecutaGuion(FicheroDeBase(), guion);
 }
 
 void EmpresaReal::SqlComun(const QString& guion)
 {
-    EjecutaGuion(ConForma("bases/BDLOCAL"), guion);
+    EjecutaGuion(FicheroDeBase("BDLOCAL"), guion);
 }
 
 void EmpresaReal::EjecutaGuion(const QString& base, const QString& guion)
 {
     carpeta_.Escribe("guion.sql", guion.toUtf8());
     QProcess proceso;
-    proceso.start(KOV_CONSTRUCCION "/kovtolmo-sql",
-                  {carpeta_.Ruta(base), carpeta_.Ruta("guion.sql")});
+    proceso.start(KOV_CONSTRUCCION "/kovtolmo-sql", {base, carpeta_.Ruta("guion.sql")});
     if (!proceso.waitForFinished(60000) || proceso.exitCode() != 0)
         throw ErrorTienda("kovtolmo-sql: " + proceso.readAllStandardError().toStdString());
     QFile::remove(carpeta_.Ruta("guion.sql"));

@@ -68,6 +68,10 @@ class EmpresaReal {
     TiendaDePrueba& Tienda() { return tienda_; }
     /// The current folder of the program as its log lines show it.
     QString Actual() const { return carpeta_.Ruta(); }
+    /// The file of one of the databases.
+    QString FicheroDeBase(const QString& nombre = "BD000001") const;
+    /// The text that opens the company's database.
+    QString CadenaDeBase() const;
 
   private:
     void EjecutaGuion(const QString& base, const QString& guion);

@@ -1,4 +1,5 @@
 #include "faltas_apoyo.h"
+#include "apoyo/forma_de_base.h"
 #include "data/access/access.h"
 #include <QElapsedTimer>
 #include <QThread>
@@ -122,11 +123,16 @@ QStringList Tramo(const QStringList& lineas, const QString& desde, const QString
 QStringList TablasTemporales(EmpresaReal& empresa)
 {
     QStringList nombres;
-    const auto base = data::AbreBaseEmbebida(empresa.Carpeta().Ruta("bases/BD000001.sqlite"));
+    const auto base = data::AbreAccess(empresa.CadenaDeBase());
     for (const data::TablaEsquema& tabla : base->Tablas())
         if (tabla.nombre.startsWith("WKOVTOLMO_ARTIC"))
             nombres << tabla.nombre;
     return nombres;
+}
+
+qsizetype TablasALaVista(qsizetype procesos)
+{
+    return EnFicherosDeAccess() ? 0 : procesos;
 }
 
 bool EnsenaClaves(EmpresaReal& empresa, const ResultadoCorrida& corrida)

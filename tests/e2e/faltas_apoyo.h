@@ -37,6 +37,9 @@ QStringList Tramo(const QStringList& lineas, const QString& desde, const QString
 
 /// The process tables that stand in the company's database.
 QStringList TablasTemporales(EmpresaReal& empresa);
+/// How many there are while so many processes run, or once they have ended by an error: where the
+/// database is a file of Access, such a table never reaches it and ends with its process.
+qsizetype TablasALaVista(qsizetype procesos);
 
 /// True when one of the company's passwords stands in what the run showed or left in its log.
 bool EnsenaClaves(EmpresaReal& empresa, const ResultadoCorrida& corrida);

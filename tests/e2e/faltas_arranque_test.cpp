@@ -34,7 +34,7 @@ class FaltasDeArranque : public testing::Test {
 TEST_F(FaltasDeArranque, SinBDLOCALSaleLaCajaDelArranque)
 {
     EmpresaReal empresa(tienda);
-    ASSERT_TRUE(QFile::remove(empresa.Carpeta().Ruta("bases/BDLOCAL.sqlite")));
+    ASSERT_TRUE(QFile::remove(empresa.FicheroDeBase("BDLOCAL")));
 
     const ResultadoCorrida corrida = empresa.Corre();
 
@@ -68,7 +68,7 @@ TEST_F(FaltasDeArranque, UnaEmpresaSinBaseDaLaCajaDelArranque)
     EXPECT_EQ(corrida.estado, 1);
     EXPECT_EQ(corrida.errores, CajaDeArranque);
     NadaLlegaALaTienda(corrida);
-    EXPECT_FALSE(empresa.Carpeta().Existe("bases/BD000002.sqlite"));
+    EXPECT_FALSE(QFile::exists(empresa.FicheroDeBase("BD000002")));
 }
 
 TEST_F(FaltasDeArranque, UnaEmpresaQueSuPropiaBaseNoConoceDaLaCajaDelArranque)
@@ -111,7 +111,7 @@ TEST_F(FaltasDeArranque, SinMySqlSaleLaCajaDelArranqueYNoEmpiezaNada)
     EXPECT_EQ(corrida.salida, "");
     NadaLlegaALaTienda(corrida);
     // The process ends without unloading its window.
-    EXPECT_EQ(TablasTemporales(empresa).size(), 1);
+    EXPECT_EQ(TablasTemporales(empresa).size(), TablasALaVista(1));
 }
 
 TEST_F(FaltasDeArranque, UnaClaveDeMySqlEquivocadaEsLaMismaCajaYNoSeEnsena)
@@ -138,7 +138,7 @@ class ParametroNulo : public testing::TestWithParam<const char*> {
 TEST_P(ParametroNulo, DondeNoPuedeSerloDaLaCajaDelArranque)
 {
     const QString columna = GetParam();
-    const auto base = data::AbreBaseEmbebida(empresa->Carpeta().Ruta("bases/BD000001.sqlite"));
+    const auto base = data::AbreAccess(empresa->CadenaDeBase());
     const auto filas = base->Consulta("SELECT " + columna + " FROM m_empresa", false);
     base->Ejecuta("UPDATE m_empresa SET " + columna + "=Null");
 
@@ -232,7 +232,7 @@ TEST_F(FaltasDeArranque, UnPasoDeLaCargaDelConfiguradorQueFallaDejaHechosLosAnte
     EXPECT_EQ(corrida.estado, 1);
     SonLasCajas(corrida.errores, "CONF_ART_VAL", "insert into PS_CONF_ART_VAL (CODARTICULO, CODCATEGORIA, VALOR, ID, SECUENCIA, INC_PVP, INC_PVP2, INC_PVP3, INC_PVP4, INC_PVP5, PESO, FOTO)SELECT CODARTICULO, CODCATEGORIA, VALOR, ID, SECUENCIA, PVP1, PVP2, PVP3, PVP4, PVP5, 0, LINK FROM CONF_ART_VAL");
     NadaLlegaALaTienda(corrida);
-    const auto base = data::AbreBaseEmbebida(empresa.Carpeta().Ruta("bases/BD000001.sqlite"));
+    const auto base = data::AbreAccess(empresa.CadenaDeBase());
     const auto atributos = base->Consulta("SELECT CODARTICULO,DESCRIPCION,TIPO FROM PS_CONF_ART_CAT", false).valores;
     ASSERT_EQ(atributos.size(), 3U);
     EXPECT_EQ(data::Texto(atributos[0]), "0101A");

@@ -82,7 +82,7 @@ TEST_F(MySqlPerdido, ElLoteAMediasYLaTablaTemporalSeQuedan)
     EXPECT_EQ(lote.count(",'0101A25','ALT0101A25',"), 1);
     EXPECT_THAT(lote.toStdString(),
                 testing::EndsWith("DELETE FROM ps_product_tag where id_product='26'||\r\n"));
-    EXPECT_EQ(temporales.size(), 1);
+    EXPECT_EQ(temporales.size(), TablasALaVista(1));
 }
 
 TEST_F(MySqlPerdido, LaClaveNoSeVeEnNingunSitio)
@@ -140,7 +140,7 @@ TEST(MySqlQueNoVuelve, AlReconectarDaLaCajaDelArranque)
     EXPECT_EQ(EnLineas(corrida.log), EnLineas(sano.mid(0, hasta) + QStringList{""}));
     EXPECT_EQ(tienda.Sql("SELECT reference FROM ps_product"),
               (std::vector<QStringList>{{"0101A"}}));
-    EXPECT_EQ(TablasTemporales(empresa).size(), 1);
+    EXPECT_EQ(TablasTemporales(empresa).size(), TablasALaVista(1));
 }
 
 } // namespace

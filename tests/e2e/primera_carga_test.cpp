@@ -255,8 +255,7 @@ TEST_F(PrimeraCarga, NoQuedanCredencialesNiLotesEnNingunSitio)
 
 TEST_F(PrimeraCarga, LaTablaTemporalSeBorraAlTerminar)
 {
-    const auto base = tolmo::data::AbreAccess("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" +
-                                              empresa->Carpeta().Ruta("bases/BD000001.mdb"));
+    const auto base = tolmo::data::AbreAccess(empresa->CadenaDeBase());
     QStringList tablas;
     for (const tolmo::data::TablaEsquema& tabla : base->Tablas())
         tablas << tabla.nombre;

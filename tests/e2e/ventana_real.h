@@ -14,9 +14,7 @@ class VentanaReal {
         reloj_.ahora = QDateTime::currentDateTime();
         programa_.LblEmpresa = "000001 Casa de prueba";
         programa_.SufijoTemporal = "24031509050789";
-        programa_.ConexionLocal.Conecta("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" +
-                                        empresa.Carpeta().Ruta("bases/BD000001.mdb") +
-                                        ";Persist Security Info=False");
+        programa_.ConexionLocal.Conecta(empresa.CadenaDeBase());
         tolmo::company::CargaParam(programa_);
     }
 
