@@ -48,6 +48,8 @@ ProveedorAccess::ProveedorAccess(std::unique_ptr<FicheroAccess> fichero, Ahora a
       listas_(ListasGuardadas)
 {
     RegistraModuloMdb(base_.Manejo(), *fichero_);
+    definiciones_ =
+        std::make_unique<DefinicionesMdb>(*fichero_, esquema_, [this] { listas_.clear(); });
 }
 
 // What another process does to the tables, or to the stored queries, outdates what is kept here.
@@ -95,77 +97,6 @@ bool ProveedorAccess::EsDeFichero(const QString& tabla) const
     return vista && vista->deFichero;
 }
 
-void ProveedorAccess::CambiaElFichero(
-    const std::function<void(const std::shared_ptr<mdb::PaginasEscribibles>&)>& cambio)
-{
-    listas_.clear();
-    fichero_->Define(cambio);
-    esquema_.Olvida();
-}
-
-/// What belongs in the file is made there. \returns false for what is the program's own
-bool ProveedorAccess::DefineTabla(const TablaNueva& tabla)
-{
-    if (EsDelPrograma(tabla.nombre))
-        return false;
-    if (esquema_.Busca(tabla.nombre))
-        Rechaza(QStringLiteral("La tabla %1 ya existe").arg(tabla.nombre));
-    try {
-        CambiaElFichero(
-            [&](const auto& paginas) { mdb::CreaTabla(paginas, TablaParaFichero(tabla)); });
-    } catch (const ErrorSql&) {
-        const bool referencias = Llave(tabla.nombre) == Llave(QLatin1String(TablaReferencias));
-        if (!fichero_->EstabaEnUso() || !referencias)
-            throw;
-        return false; // aside, until nobody has the file open
-    }
-    return true;
-}
-
-/// \returns false for a statement that is for the engine
-bool ProveedorAccess::DefineEnFichero(const access::Sentencia& sentencia)
-{
-    if (const auto* tabla = std::get_if<TablaNueva>(&sentencia))
-        return DefineTabla(*tabla);
-    if (const auto* indice = std::get_if<IndiceNuevo>(&sentencia)) {
-        if (!EsDeFichero(indice->tabla))
-            return false;
-        const QString tabla = esquema_.Busca(indice->tabla)->nombre;
-        listas_.clear();
-        esquema_.Desconecta();
-        CambiaElFichero([&](const auto& paginas) {
-            mdb::CreaIndice(paginas, tabla, IndiceParaFichero(*indice));
-        });
-        return true;
-    }
-    if (const auto* fuera = std::get_if<Eliminacion>(&sentencia)) {
-        const QString& tabla =
-            fuera->clase == Eliminacion::Clase::Indice ? fuera->tabla : fuera->nombre;
-        if (!EsDeFichero(tabla))
-            return false;
-        if (fuera->clase != Eliminacion::Clase::Tabla)
-            Rechaza(QStringLiteral(
-                "Los índices y consultas de un fichero de Access no se eliminan desde aquí"));
-        const QString nombre = esquema_.Busca(tabla)->nombre;
-        listas_.clear();
-        esquema_.Desconecta();
-        CambiaElFichero([&](const auto& paginas) { mdb::BorraTabla(paginas, nombre); });
-        return true;
-    }
-    if (const auto* cambio = std::get_if<CambioTabla>(&sentencia);
-        cambio && EsDeFichero(cambio->tabla))
-        Rechaza(QStringLiteral(
-            "Las columnas de una tabla de un fichero de Access no se cambian desde aquí"));
-    if (const auto* consulta = std::get_if<access::Consulta>(&sentencia)) {
-        const QString& destino = consulta->partes[0].destino;
-        if (!destino.isEmpty() && !EsDelPrograma(destino))
-            Rechaza(QStringLiteral("En un fichero de Access no se hace una tabla con SELECT INTO"));
-    }
-    if (std::holds_alternative<ConsultaNueva>(sentencia))
-        Rechaza(QStringLiteral("En un fichero de Access no se crean consultas desde aquí"));
-    return false;
-}
-
 /// The references may be kept aside while somebody has the file open, so that a run goes on.
 bool ProveedorAccess::PuedeApartar(const QString& sql) const
 {
@@ -195,7 +126,7 @@ Plan ProveedorAccess::TraduceTexto(const QString& sql, const std::vector<Lexema>
                                    bool actualizable)
 {
     const Sentencia sentencia = Analiza(sql, lexemas);
-    if (fichero_ && DefineEnFichero(sentencia))
+    if (definiciones_ && definiciones_->Haz(sentencia))
         return {};
     Plan plan = Traductor(esquema_).Traduce(sentencia, actualizable);
     for (const auto& [tabla, columna] : plan.apoyos)

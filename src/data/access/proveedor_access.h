@@ -1,5 +1,6 @@
 #pragma once
 #include "data/access/base.h"
+#include "data/access/definiciones_mdb.h"
 #include "data/access/esquema.h"
 #include "data/access/fichero_access.h"
 #include "data/access/funciones.h"
@@ -47,10 +48,6 @@ class ProveedorAccess : public Proveedor {
 
     void NotaCambiosAjenos();
     void MiraElFichero(EnFichero& sentencia);
-    bool DefineEnFichero(const access::Sentencia& sentencia);
-    bool DefineTabla(const TablaNueva& tabla);
-    void CambiaElFichero(
-        const std::function<void(const std::shared_ptr<mdb::PaginasEscribibles>&)>& cambio);
     bool EsDeFichero(const QString& tabla) const;
     bool PuedeApartar(const QString& sql) const;
     void ApartaReferencias();
@@ -72,6 +69,7 @@ class ProveedorAccess : public Proveedor {
     qlonglong datosVistos_ = -1;
     qlonglong esquemaVisto_ = -1;
     QCache<QString, Lista> listas_;
+    std::unique_ptr<DefinicionesMdb> definiciones_{}; ///< with a file only
 };
 
 } // namespace tolmo::data::access

@@ -1,0 +1,100 @@
+#include "data/access/definiciones_mdb.h"
+#include "data/access/define_mdb.h"
+#include "data/access/errores_access.h"
+
+namespace tolmo::data::access {
+
+DefinicionesMdb::DefinicionesMdb(FicheroAccess& fichero, Esquema& esquema,
+                                 std::function<void()> sueltaSentencias)
+    : fichero_(fichero), esquema_(esquema), sueltaSentencias_(std::move(sueltaSentencias))
+{
+}
+
+bool DefinicionesMdb::DeFichero(const QString& tabla) const
+{
+    const TablaVista* vista = esquema_.Busca(tabla);
+    return vista && vista->deFichero;
+}
+
+void DefinicionesMdb::Cambia(
+    const std::function<void(const std::shared_ptr<mdb::PaginasEscribibles>&)>& cambio)
+{
+    sueltaSentencias_();
+    fichero_.Define(cambio);
+    esquema_.Olvida();
+}
+
+/// The engine takes notice of the new shape of its tables when they are next named.
+void DefinicionesMdb::Desconecta()
+{
+    sueltaSentencias_();
+    esquema_.Desconecta();
+}
+
+/// What belongs in the file is made there. \returns false for what is the program's own
+bool DefinicionesMdb::Crea(const TablaNueva& tabla)
+{
+    if (EsDelPrograma(tabla.nombre))
+        return false;
+    if (esquema_.Busca(tabla.nombre))
+        Rechaza(QStringLiteral("La tabla %1 ya existe").arg(tabla.nombre));
+    try {
+        Cambia([&](const auto& paginas) { mdb::CreaTabla(paginas, TablaParaFichero(tabla)); });
+    } catch (const ErrorSql&) {
+        const bool referencias = Llave(tabla.nombre) == Llave(QLatin1String(TablaReferencias));
+        if (!fichero_.EstabaEnUso() || !referencias)
+            throw;
+        return false; // aside, until nobody has the file open
+    }
+    return true;
+}
+
+bool DefinicionesMdb::Crea(const IndiceNuevo& indice)
+{
+    if (!DeFichero(indice.tabla))
+        return false;
+    const QString tabla = esquema_.Busca(indice.tabla)->nombre;
+    Desconecta();
+    Cambia(
+        [&](const auto& paginas) { mdb::CreaIndice(paginas, tabla, IndiceParaFichero(indice)); });
+    return true;
+}
+
+bool DefinicionesMdb::Elimina(const Eliminacion& eliminacion)
+{
+    const bool deIndice = eliminacion.clase == Eliminacion::Clase::Indice;
+    const QString& tabla = deIndice ? eliminacion.tabla : eliminacion.nombre;
+    if (!DeFichero(tabla))
+        return false;
+    if (eliminacion.clase != Eliminacion::Clase::Tabla)
+        Rechaza(QStringLiteral(
+            "Los índices y consultas de un fichero de Access no se eliminan desde aquí"));
+    const QString nombre = esquema_.Busca(tabla)->nombre;
+    Desconecta();
+    Cambia([&](const auto& paginas) { mdb::BorraTabla(paginas, nombre); });
+    return true;
+}
+
+bool DefinicionesMdb::Haz(const Sentencia& sentencia)
+{
+    if (const auto* tabla = std::get_if<TablaNueva>(&sentencia))
+        return Crea(*tabla);
+    if (const auto* indice = std::get_if<IndiceNuevo>(&sentencia))
+        return Crea(*indice);
+    if (const auto* fuera = std::get_if<Eliminacion>(&sentencia))
+        return Elimina(*fuera);
+    if (const auto* cambio = std::get_if<CambioTabla>(&sentencia);
+        cambio && DeFichero(cambio->tabla))
+        Rechaza(QStringLiteral(
+            "Las columnas de una tabla de un fichero de Access no se cambian desde aquí"));
+    if (const auto* consulta = std::get_if<Consulta>(&sentencia)) {
+        const QString& destino = consulta->partes[0].destino;
+        if (!destino.isEmpty() && !EsDelPrograma(destino))
+            Rechaza(QStringLiteral("En un fichero de Access no se hace una tabla con SELECT INTO"));
+    }
+    if (std::holds_alternative<ConsultaNueva>(sentencia))
+        Rechaza(QStringLiteral("En un fichero de Access no se crean consultas desde aquí"));
+    return false;
+}
+
+} // namespace tolmo::data::access
