@@ -1,11 +1,10 @@
 #include "data/access/access.h"
-#include "data/access/mdb/otro_proceso.h"
+#include "data/access/mdb/gestion_abierta.h"
 #include "data/errores.h"
 #include "data/valores.h"
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <fcntl.h>
 #include <gtest/gtest.h>
 
 using namespace tolmo;
@@ -250,25 +249,7 @@ TEST_F(FicheroNuevo, ConElFicheroAbiertoPorOtroSeLeeYLasReferenciasVanAparte)
 {
     base->Ejecuta("CREATE TABLE wFAMPRESTA (FAMKOV NVARCHAR(20),FAMPRESTA INT)");
     base->Ejecuta("INSERT INTO wFAMPRESTA (FAMKOV,FAMPRESTA) VALUES ('01',3)");
-    const QString ldb = carpeta.filePath("BD000001.ldb");
-    QFile entradas(ldb);
-    ASSERT_TRUE(entradas.open(QIODevice::WriteOnly));
-    entradas.write(QByteArray("CAJA2").leftJustified(32, '\0') +
-                   QByteArray("Admin").leftJustified(32, '\0'));
-    entradas.close();
-    OtroProceso gestion([&](const auto& avisa, const auto& espera) {
-        const int descriptor = ::open(ldb.toLocal8Bit().constData(), O_RDWR);
-        struct flock tramo {};
-        tramo.l_type = F_WRLCK;
-        tramo.l_whence = SEEK_SET;
-        tramo.l_start = 0x10000001;
-        tramo.l_len = 1;
-        if (::fcntl(descriptor, F_SETLK, &tramo) != 0)
-            throw std::runtime_error("no lock");
-        avisa();
-        espera();
-    });
-    gestion.EsperaSuAviso();
+    const GestionAbierta gestion(carpeta.filePath("BD000001.ldb"));
 
     EXPECT_NE(Fallo("INSERT INTO M_ARTIC (CODARTICULO) VALUES ('A7')").find("CAJA2"),
               std::string::npos);

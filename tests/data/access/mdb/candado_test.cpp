@@ -1,10 +1,9 @@
 #include "data/access/mdb/base_de_transaccion.h"
 #include "data/access/mdb/candado.h"
 #include "data/access/mdb/errores_mdb.h"
-#include "data/access/mdb/otro_proceso.h"
+#include "data/access/mdb/gestion_abierta.h"
 #include <QSysInfo>
 #include <chrono>
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <random>
 #include <set>
@@ -19,23 +18,6 @@ namespace {
 
 constexpr quint32 Una = 40;
 constexpr quint32 Otra = 60;
-
-/// Locks a byte as a file server does for a program on another machine.
-int BloqueaComoUnServidor(const QString& ldb, off_t byte)
-{
-    const int descriptor = ::open(ldb.toLocal8Bit().constData(), O_RDWR);
-    struct flock tramo {};
-    tramo.l_type = F_WRLCK;
-    tramo.l_whence = SEEK_SET;
-    tramo.l_start = byte;
-    tramo.l_len = 1;
-    return ::fcntl(descriptor, F_SETLK, &tramo);
-}
-
-QByteArray Entrada(const QByteArray& equipo, const QByteArray& usuario)
-{
-    return equipo.leftJustified(32, '\0') + usuario.leftJustified(32, '\0');
-}
 
 class FicheroDeBloqueo : public testing::Test {
   protected:
@@ -59,7 +41,8 @@ class FicheroDeBloqueo : public testing::Test {
 
 TEST_F(FicheroDeBloqueo, SeDiceQuienTieneElFicheroAbiertoYSeSigueLeyendo)
 {
-    base_.carpeta.Escribe("prueba.ldb", Entrada("VIEJO", "Admin") + Entrada("CAJA2", "Pepe"));
+    base_.carpeta.Escribe("prueba.ldb",
+                          EntradaDeUsuario("VIEJO", "Admin") + EntradaDeUsuario("CAJA2", "Pepe"));
     OtroProceso gestion([&](const auto& avisa, const auto& espera) {
         if (BloqueaComoUnServidor(ldb_, 0x10000002) != 0)
             throw std::runtime_error("no lock");
@@ -108,7 +91,7 @@ TEST_F(FicheroDeBloqueo, CualquieraDeLosDoscientosCincuentaYCincoBytesCuenta)
 
 TEST_F(FicheroDeBloqueo, LosNombresSeLimpianDeLoQueNoSeImprime)
 {
-    base_.carpeta.Escribe("prueba.ldb", Entrada("CA\x1b[2J\r\nJA", "Jos\xe9"));
+    base_.carpeta.Escribe("prueba.ldb", EntradaDeUsuario("CA\x1b[2J\r\nJA", "Jos\xe9"));
     const auto otro = DiscoDelSistema().Abre(ldb_, Uso::LeerYEscribir);
     ASSERT_TRUE(otro->Bloquea(0x10000001, 1, Cerrojo::Exclusivo));
 
@@ -117,7 +100,8 @@ TEST_F(FicheroDeBloqueo, LosNombresSeLimpianDeLoQueNoSeImprime)
 
 TEST_F(FicheroDeBloqueo, UnoViejoSinBloqueosNoSignificaNadaYNoSeBorra)
 {
-    base_.carpeta.Escribe("prueba.ldb", Entrada("CAJA1", "Admin") + Entrada("CAJA2", "Admin"));
+    base_.carpeta.Escribe("prueba.ldb",
+                          EntradaDeUsuario("CAJA1", "Admin") + EntradaDeUsuario("CAJA2", "Admin"));
 
     paginas_.Empieza();
     Rellena(paginas_, Una, 0x77);
@@ -125,7 +109,7 @@ TEST_F(FicheroDeBloqueo, UnoViejoSinBloqueosNoSignificaNadaYNoSeBorra)
 
     EXPECT_EQ(base_.Bytes()[Una * 4096 + 100], '\x77');
     EXPECT_EQ(base_.carpeta.Lee("prueba.ldb").size(), 128);
-    EXPECT_EQ(base_.carpeta.Lee("prueba.ldb").mid(64), Entrada("CAJA2", "Admin"));
+    EXPECT_EQ(base_.carpeta.Lee("prueba.ldb").mid(64), EntradaDeUsuario("CAJA2", "Admin"));
 }
 
 TEST_F(FicheroDeBloqueo, MientrasSeEscribeSeVeUnUsuarioYNoEntraOtro)
@@ -171,7 +155,7 @@ TEST(NombreDeBloqueo, EsElDeLaBaseConOtraTerminacion)
 TEST(NombreDeBloqueo, UnoEnMayusculasTambienEsElSuyo)
 {
     BaseDeTransaccion base;
-    base.carpeta.Escribe("prueba.LDB", Entrada("CAJA1", "Admin"));
+    base.carpeta.Escribe("prueba.LDB", EntradaDeUsuario("CAJA1", "Admin"));
     TransaccionPaginas paginas(base.ruta, {.espera = 0ms});
     const auto otro = DiscoDelSistema().Abre(base.carpeta.Ruta("prueba.LDB"), Uso::LeerYEscribir);
     ASSERT_TRUE(otro->Bloquea(0x10000001, 1, Cerrojo::Exclusivo));

@@ -17,6 +17,7 @@ class OtroProceso {
         hijo_ = ::fork();
         if (hijo_ != 0)
             return;
+        ::close(alHijo_[1]); // so that it doesn't wait for a test that was killed
         int salida = 1;
         try {
             tarea([this] { Escribe(alPadre_[1]); }, [this] { Lee(alHijo_[0]); });
