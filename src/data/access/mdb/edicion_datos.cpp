@@ -56,14 +56,17 @@ std::size_t Necesita(EstadoRanura estado, std::size_t largo)
 
 } // namespace
 
+std::size_t Ocupados(const PaginaDatos& pagina, std::size_t ranura)
+{
+    return Necesita(pagina.Estado(ranura), pagina.Contenido(ranura).size());
+}
+
 Sitio SitioDe(const PaginaDatos& pagina)
 {
     Sitio sitio{.libres = pagina.Hueco(), .ranuras = pagina.Ranuras()};
     for (std::size_t i = 0; i < sitio.ranuras; ++i) {
-        const EstadoRanura estado = pagina.Estado(i);
-        const std::size_t largo = pagina.Contenido(i).size();
-        sitio.libres += largo - Necesita(estado, largo);
-        sitio.vivas += estado == EstadoRanura::Borrada ? 0 : 1;
+        sitio.libres += pagina.Contenido(i).size() - Ocupados(pagina, i);
+        sitio.vivas += pagina.Estado(i) == EstadoRanura::Borrada ? 0 : 1;
     }
     return sitio;
 }

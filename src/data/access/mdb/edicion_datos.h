@@ -51,13 +51,16 @@ constexpr std::size_t MasRanurasNuevas = 255;
 
 /// What a page of rows has room for.
 struct Sitio {
-    std::size_t libres = 0; ///< bytes, those of deleted rows among them
+    std::size_t libres = 0; ///< bytes, those of deleted rows and of rows that moved away among them
     std::size_t ranuras = 0;
     std::size_t vivas = 0; ///< slots that hold a row, or lead to one
 
     bool Cabe(std::size_t largo) const { return ranuras < MasRanurasNuevas && libres >= largo + 2; }
 };
 Sitio SitioDe(const PaginaDatos& pagina);
+
+/// Bytes that a slot can't do without; it may have more, which count as free.
+std::size_t Ocupados(const PaginaDatos& pagina, std::size_t ranura);
 
 /// Bytes of the pointer that a row leaves where it moved away.
 constexpr std::size_t TamPuntero = 4;

@@ -110,7 +110,7 @@ std::vector<Puntero> SitioDeFilas::Estancias(Puntero fila)
 bool SitioDeFilas::CabeDondeEsta(Puntero fila, std::size_t largo)
 {
     const PaginaDatos pagina = LeePaginaDatos(paginas_, fila.pagina);
-    return pagina.Contenido(fila.fila).size() + SitioDe(pagina).libres >= largo;
+    return Ocupados(pagina, fila.fila) + SitioDe(pagina).libres >= largo;
 }
 
 void SitioDeFilas::Reescribe(Puntero fila, const QByteArray& nueva, EstadoRanura estado)

@@ -1,4 +1,6 @@
 #include "data/access/mdb/base_escribible.h"
+#include "data/access/mdb/edicion_datos.h"
+#include "data/access/mdb/escribe_bytes.h"
 #include "data/access/mdb/mapa.h"
 #include "data/access/mdb/muestras.h"
 #include "data/access/mdb/pagina_datos.h"
@@ -154,6 +156,31 @@ TEST_F(Escritura, UnaFilaQueCreceSeMudaYVuelve)
     EXPECT_EQ(estado(), EstadoRanura::Fila);
     EXPECT_EQ(base_.Filas("Personas").size(), 120U);
     EXPECT_EQ(base_.Exporta("Personas").count('\n'), 120);
+}
+
+// Access leaves the room of a row that moved away with its slot, behind the pointer.
+TEST_F(Escritura, ElHuecoTrasElPunteroDeUnaFilaMudadaCuentaUnaVez)
+{
+    std::vector<Puntero> filas;
+    for (int i = 0; i < 60; ++i)
+        filas.push_back(Inserta(QString("fila %1").arg(i) + QString(60, 'x')));
+    const Puntero fila = filas.front();
+    TablaEscribible::Cambio cambio{.columna = 1, .valor = QString(200, QChar(0x20AC))};
+    ASSERT_TRUE(Tabla().Actualiza(fila, {&cambio, 1}));
+    {
+        const PaginaDatos pagina = LeePaginaDatos(*base_.paginas(), fila.pagina);
+        ASSERT_EQ(pagina.Estado(fila.fila), EstadoRanura::Movida);
+        QByteArray contenido = CopiaDe(pagina.Contenido(fila.fila));
+        contenido.append(static_cast<qsizetype>(pagina.Hueco()), '\x7f');
+        EdicionDatos(*base_.paginas(), fila.pagina)
+            .CambiaFila(fila.fila, contenido, EstadoRanura::Movida);
+    }
+
+    cambio.valor = QString(100, 'z');
+    EXPECT_TRUE(Tabla().Actualiza(fila, {&cambio, 1}));
+
+    EXPECT_EQ((*base_.Fila("Personas", fila))[1], cambio.valor);
+    EsperaSana();
 }
 
 TEST_F(Escritura, BorrarUnaFilaMudadaBorraSusDosSitios)
