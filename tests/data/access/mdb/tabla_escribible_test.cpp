@@ -167,16 +167,19 @@ TEST_F(Escritura, ElHuecoTrasElPunteroDeUnaFilaMudadaCuentaUnaVez)
     const Puntero fila = filas.front();
     TablaEscribible::Cambio cambio{.columna = 1, .valor = QString(200, QChar(0x20AC))};
     ASSERT_TRUE(Tabla().Actualiza(fila, {&cambio, 1}));
+    qsizetype hueco = 0;
     {
         const PaginaDatos pagina = LeePaginaDatos(*base_.paginas(), fila.pagina);
         ASSERT_EQ(pagina.Estado(fila.fila), EstadoRanura::Movida);
         QByteArray contenido = CopiaDe(pagina.Contenido(fila.fila));
-        contenido.append(static_cast<qsizetype>(pagina.Hueco()), '\x7f');
+        hueco = static_cast<qsizetype>(pagina.Hueco());
+        contenido.append(hueco, '\x7f');
         EdicionDatos(*base_.paginas(), fila.pagina)
             .CambiaFila(fila.fila, contenido, EstadoRanura::Movida);
     }
 
-    cambio.valor = QString(100, 'z');
+    // With the rest of the row it takes more than the gap, and less than twice as much.
+    cambio.valor = QString(hueco, 'z');
     EXPECT_TRUE(Tabla().Actualiza(fila, {&cambio, 1}));
 
     EXPECT_EQ((*base_.Fila("Personas", fila))[1], cambio.valor);
