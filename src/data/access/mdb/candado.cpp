@@ -102,9 +102,8 @@ void Candado::EntraALeer()
             // Whoever holds the turn is about to write; in a moment it is over.
             if (!base_.Bloquea(ByteTurno, 1, Cerrojo::Compartido))
                 return false;
-            const bool dentro = base_.Bloquea(ByteLectores, 1, Cerrojo::Compartido);
-            base_.Desbloquea(ByteTurno, 1);
-            return dentro;
+            const auto pasa = qScopeGuard([this] { base_.Desbloquea(ByteTurno, 1); });
+            return base_.Bloquea(ByteLectores, 1, Cerrojo::Compartido);
         } catch (const ErrorMdb&) {
             return true;
         }

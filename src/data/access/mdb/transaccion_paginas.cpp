@@ -1,6 +1,7 @@
 #include "data/access/mdb/transaccion_paginas.h"
 #include "data/access/mdb/errores_mdb.h"
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <algorithm>
 #include <stdexcept>
 #include <tuple>
@@ -126,10 +127,16 @@ void TransaccionPaginas::ConElFicheroDeAhora(const std::function<void()>& bloque
 {
     // A copy that was put in the place of the file, or a compacted one, is another file: a lock of
     // the old one keeps nobody out.
-    bloquea();
-    while (Reemplazado()) {
-        Abre();
+    try {
         bloquea();
+        while (Reemplazado()) {
+            Abre();
+            bloquea();
+        }
+    } catch (...) {
+        candado_->SaleDeLeer();
+        candado_->SaleDeEscribir();
+        throw;
     }
 }
 
@@ -266,12 +273,11 @@ void TransaccionPaginas::Repon()
 
 void TransaccionPaginas::ReponSiSePuede()
 {
+    const auto sale = qScopeGuard([this] { candado_->SaleDeEscribir(); });
     try {
         EntraAEscribir();
         Repon();
-        candado_->SaleDeEscribir();
     } catch (const ErrorMdb&) {
-        candado_->SaleDeEscribir();
         // One that isn't whole says nothing about the file.
         if (diario_.Completo())
             throw;
@@ -418,11 +424,11 @@ void TransaccionPaginas::Acaba()
     cambiadas_->Olvida();
     cuantasEnMarca_.clear();
     abierta_ = false;
+    const auto sale = qScopeGuard([this] { candado_->SaleDeEscribir(); });
     // Before others may write again: so there is nobody to wait for.
     candado_->AbreALectores();
     if (lecturas_ > 0)
         candado_->EntraALeer();
-    candado_->SaleDeEscribir();
 }
 
 std::size_t TransaccionPaginas::Marca()

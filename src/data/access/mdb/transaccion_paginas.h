@@ -82,6 +82,7 @@ class TransaccionPaginas : public PaginasEscribibles {
     void AbreLimpias();
     FicheroPaginas& Limpias() const;
     bool Reemplazado();
+    /// When it throws, it has left every lock.
     void ConElFicheroDeAhora(const std::function<void()>& bloquea);
     Huella TomaHuella();
     void Recuerda(const Huella& huella);

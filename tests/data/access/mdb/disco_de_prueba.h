@@ -68,6 +68,10 @@ class DiscoDePrueba : public Disco {
     }
     void Arregla() { fallaEn_ = Nunca; }
 
+    std::size_t bloqueos = 0;
+    /// Refuses the lock of this number, as a system that has no room for more of them.
+    void FallaElBloqueo(std::size_t numero) { fallaElBloqueo_ = numero; }
+
     std::unique_ptr<FicheroDeDisco> Abre(const QString& ruta, Uso uso) override
     {
         if (soloLectura && uso != Uso::Leer)
@@ -137,6 +141,9 @@ class DiscoDePrueba : public Disco {
         }
         bool Bloquea(qint64 desde, qint64 largo, Cerrojo cerrojo) override
         {
+            if (disco_.bloqueos++ == disco_.fallaElBloqueo_)
+                throw ErrorMdb(Motivo::NoSeEscribe, QStringLiteral("No quedan bloqueos"),
+                               {.fichero = nombre_});
             return real_->Bloquea(desde, largo, cerrojo);
         }
         void Desbloquea(qint64 desde, qint64 largo) override { real_->Desbloquea(desde, largo); }
@@ -164,6 +171,7 @@ class DiscoDePrueba : public Disco {
 
     Disco& real_ = DiscoDelSistema();
     std::size_t fallaEn_ = Nunca;
+    std::size_t fallaElBloqueo_ = Nunca;
     bool dura_ = false;
 };
 

@@ -381,4 +381,65 @@ TEST_F(Frescura, UnFicheroQueYaNoEstaSeDice)
     EXPECT_THROW(paginas_.Empieza(), ErrorMdb);
 }
 
+/// True when an object of this program holds a lock of the database.
+bool HayBloqueos(const QString& ruta)
+{
+    const auto otro = DiscoDelSistema().Abre(ruta, Uso::LeerYEscribir);
+    return otro->BloqueoAjeno(qint64{1} << 31, 1 << 20).has_value();
+}
+
+TEST_F(Frescura, UnFicheroQueFaltabaYVuelveNoQuedaBloqueado)
+{
+    const QString aparte = base_.carpeta.Ruta("aparte.mdb");
+    const auto sinEl = [&](const auto& intenta) {
+        QFile::rename(base_.ruta, aparte);
+        EXPECT_THROW(intenta(), ErrorMdb);
+        QFile::rename(aparte, base_.ruta);
+    };
+
+    sinEl([this] { paginas_.EmpiezaLectura(); });
+    EXPECT_FALSE(HayBloqueos(base_.ruta));
+
+    sinEl([this] { paginas_.Empieza(); });
+    EXPECT_FALSE(HayBloqueos(base_.ruta));
+
+    {
+        const LecturaDePaginas lectura(paginas_);
+        sinEl([this] { paginas_.Empieza(); });
+        EXPECT_TRUE(HayBloqueos(base_.ruta)) << "a statement that goes on reading";
+    }
+    EXPECT_FALSE(HayBloqueos(base_.ruta));
+}
+
+TEST_F(TransaccionDePaginas, UnBloqueoQueElSistemaNiegaNoDejaOtrosPuestos)
+{
+    DiscoDePrueba disco;
+    TransaccionPaginas paginas(base_.ruta, {.disco = &disco});
+    const auto conCadaNegativa = [&](const auto& intenta) {
+        std::size_t negadas = 0;
+        for (bool negada = true; negada; ++negadas) {
+            SCOPED_TRACE(negadas);
+            disco.bloqueos = 0;
+            disco.FallaElBloqueo(negadas);
+            intenta();
+            negada = disco.bloqueos > negadas;
+            EXPECT_FALSE(HayBloqueos(base_.ruta));
+        }
+        return negadas - 1;
+    };
+
+    // Reading goes on without; the turn and the readers' lock.
+    EXPECT_EQ(conCadaNegativa([&] { const LecturaDePaginas lectura(paginas); }), 2U);
+    // The queue, the writer, the users.
+    EXPECT_EQ(conCadaNegativa([&] {
+                  try {
+                      paginas.Empieza();
+                      paginas.Deshace();
+                  } catch (const ErrorMdb& error) {
+                      EXPECT_EQ(error.motivo(), Motivo::NoSeEscribe);
+                  }
+              }),
+              3U);
+}
+
 } // namespace
