@@ -177,6 +177,8 @@ Trozo AlTipo(const Trozo& trozo, Tipo tipo);
 /// What goes into a column: converted, checked for width and range.
 QString AsignaA(const ColumnaVista& destino, const Trozo& valor);
 QString ConColacion(const Trozo& trozo);
+/// A text that goes into a set of single texts which the engine gathers.
+QString ComoMiembro(const QString& sql);
 
 /// True when an aggregate stands in the expression, sub-selects left out.
 bool TieneAgregado(const Expresion& e);

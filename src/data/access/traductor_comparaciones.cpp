@@ -89,6 +89,13 @@ bool EsLiteral(const Expresion& e, const QString& texto)
 
 } // namespace
 
+// The engine damages a set of single texts that takes "", then a blank and then "" again, which are
+// equal but not of one length: what equals "" goes in as "".
+QString ComoMiembro(const QString& sql)
+{
+    return QStringLiteral("iif(%1 = '' COLLATE %2, '', %1)").arg(sql, QLatin1String(Colacion));
+}
+
 // The conditions of a WHERE or ON that must all hold: only there a companion index may narrow an
 // equality, as it can't tell a Null from a falsehood.
 QString Traductor::Filtro(const Expresion& e, const Ambito& ambito)
@@ -181,7 +188,8 @@ Trozo Traductor::ExprEnLista(const Expresion& e, const Ambito& ambito)
                                                  : std::max(terreno, TerrenoDe(valor, elemento));
     }
     for (const Trozo& elemento : elementos) {
-        lista << En(terreno, elemento);
+        const QString sql = En(terreno, elemento);
+        lista << (terreno == Terreno::Texto ? ComoMiembro(sql) : sql);
     }
     return Condicion(QStringLiteral("(%1 %2IN (%3))")
                          .arg(Izquierda(terreno, valor),
@@ -202,7 +210,9 @@ Trozo Traductor::ExprEnConsulta(const Expresion& e, const Ambito& ambito)
     columna.esColumna = true;
     const Terreno terreno = TerrenoDe(valor, columna);
     const QString convertida = En(terreno, columna);
-    if (terreno != Terreno::Texto && convertida != columna.sql)
+    if (terreno == Terreno::Texto)
+        sql = QStringLiteral("SELECT %1 FROM (%2) AS kov_in").arg(ComoMiembro(columna.sql), sql);
+    else if (convertida != columna.sql)
         sql = QStringLiteral("SELECT %1 FROM (%2) AS kov_in").arg(convertida, sql);
     return Condicion(
         QStringLiteral("(%1 %2IN (%3))")

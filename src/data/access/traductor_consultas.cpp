@@ -10,7 +10,10 @@ QString ListaDeSalidas(const std::vector<Salida>& salidas, const std::vector<Tip
 {
     QStringList lista;
     for (std::size_t i = 0; i < salidas.size(); ++i) {
-        const Trozo trozo = AlTipo(AValor(salidas[i].trozo), tipos[i]);
+        Trozo trozo = AlTipo(AValor(salidas[i].trozo), tipos[i]);
+        if (conColacion && salidas.size() == 1 &&
+            (EsTexto(trozo.tipo) || trozo.tipo == Tipo::Desconocido))
+            trozo.sql = ComoMiembro(trozo.sql);
         lista << (conColacion ? ConColacion(trozo) : trozo.sql) + QStringLiteral(" AS ") +
                      Identificador(salidas[i].nombre);
     }

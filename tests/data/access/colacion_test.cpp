@@ -1,6 +1,8 @@
 #include "base_prueba.h"
 #include "data/access/colacion.h"
 #include "data/access/patron.h"
+#include "data/codificacion.h"
+#include <QRandomGenerator>
 
 using namespace tolmo::data::access;
 
@@ -78,6 +80,102 @@ TEST(Colacion, ElTramoDeUnPrefijoAbarcaTodoLoQueEmpiezaPorEl)
     }
     EXPECT_GT(ComparaTextos(QString("coñac"), TramoDePrefijo("coñ").desde), 0);
     EXPECT_GT(ComparaTextos(QString("cop"), TramoDePrefijo("co-o").hasta), 0);
+}
+
+/// Texts of few characters, so that many are equal or nearly so, with blanks and marks among them.
+class TextosAlAzar {
+  public:
+    explicit TextosAlAzar(quint32 semilla) : azar_(semilla) {}
+
+    QString DeWindows1252()
+    {
+        QByteArray bytes;
+        for (int quedan = azar_.bounded(6); quedan > 0; --quedan)
+            bytes.append(static_cast<char>(azar_.bounded(256)));
+        return tolmo::data::DesdeWindows1252(bytes);
+    }
+
+    QString DelPlanoBasico()
+    {
+        static const QString frecuentes = QStringLiteral(" -'aAéñn\u0000\u0001\u00AD\u0301\u0303");
+        QString texto;
+        for (int quedan = azar_.bounded(6); quedan > 0; --quedan) {
+            const auto cualquiera = static_cast<char16_t>(azar_.bounded(0x10000));
+            texto += azar_.bounded(2) == 0 || QChar::isSurrogate(cualquiera)
+                         ? frecuentes[azar_.bounded(frecuentes.size())]
+                         : QChar(cualquiera);
+        }
+        return texto;
+    }
+
+  private:
+    QRandomGenerator azar_;
+};
+
+void CompruebaQueEsUnOrden(const std::vector<QString>& textos)
+{
+    const auto compara = [&](std::size_t a, std::size_t b) {
+        return Signo(ComparaTextos(textos[a], textos[b]));
+    };
+    for (std::size_t a = 0; a < textos.size(); ++a) {
+        ASSERT_EQ(compara(a, a), 0) << textos[a].toStdString();
+        for (std::size_t b = 0; b < textos.size(); ++b) {
+            const int orden = compara(a, b);
+            ASSERT_EQ(compara(b, a), -orden) << a << ' ' << b;
+            // Of two that are equal the third tells no difference; else it can't turn them round.
+            for (std::size_t c = 0; c < textos.size() && orden <= 0; ++c) {
+                const int siguiente = compara(b, c);
+                if (orden == 0 || siguiente <= 0) {
+                    ASSERT_EQ(compara(a, c), orden == 0 ? siguiente : -1)
+                        << a << ' ' << b << ' ' << c;
+                }
+            }
+        }
+    }
+}
+
+TEST(Colacion, EsUnOrdenDeTodosLosTextosDeWindows1252)
+{
+    for (quint32 semilla = 1; semilla <= 20; ++semilla) {
+        TextosAlAzar azar(semilla);
+        std::vector<QString> textos{"", " ", QString(QChar(0))};
+        while (textos.size() < 40)
+            textos.push_back(azar.DeWindows1252());
+        CompruebaQueEsUnOrden(textos);
+    }
+}
+
+TEST(Colacion, EsUnOrdenDeTodosLosTextosDelPlanoBasico)
+{
+    for (quint32 semilla = 1; semilla <= 20; ++semilla) {
+        TextosAlAzar azar(semilla);
+        std::vector<QString> textos{"", " ", QString(QChar(0)), QString(QChar(0xFEFF))};
+        while (textos.size() < 40)
+            textos.push_back(azar.DelPlanoBasico());
+        CompruebaQueEsUnOrden(textos);
+    }
+}
+
+class TextosEnConjuntos : public testing::Test, public BaseDePrueba {
+  protected:
+    TextosEnConjuntos()
+    {
+        Haz({"CREATE TABLE V (C nvarchar(20), N INT)", "CREATE INDEX VC ON V (C, N)",
+             "INSERT INTO V VALUES ('',1)", "INSERT INTO V VALUES (' ',2)",
+             "INSERT INTO V VALUES ('',3)", "INSERT INTO V VALUES ('x',4)"});
+    }
+};
+
+// An empty text and a blank are equal, and of another length.
+TEST_F(TextosEnConjuntos, ElVacioYElBlancoSonElMismo)
+{
+    EXPECT_EQ(Tabla("SELECT N FROM V WHERE C IN (SELECT C FROM V WHERE C >= '') ORDER BY N"),
+              "1 2 3 4");
+    EXPECT_EQ(Tabla("SELECT N FROM V WHERE C NOT IN (SELECT C FROM V WHERE C >= '')"), "");
+    EXPECT_EQ(Tabla("SELECT N FROM V WHERE C IN ('', ' ', '') ORDER BY N"), "1 2 3");
+    EXPECT_EQ(Tabla("SELECT N FROM V WHERE C NOT IN ('', ' ', '')"), "4");
+    EXPECT_EQ(Tabla("SELECT COUNT(*) FROM (SELECT C FROM V UNION SELECT C FROM V)"), "2");
+    EXPECT_EQ(Tabla("SELECT C FROM V UNION SELECT C FROM V WHERE C IN (SELECT C FROM V)"), " x");
 }
 
 struct CasoPatron {
