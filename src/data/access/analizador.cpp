@@ -14,6 +14,18 @@ Sentencia AnalizaFija(const QString& sql)
     return Analiza(sql, Lexemas(sql));
 }
 
+PExpresion AnalizaExpresion(const QString& texto, const std::vector<Lexema>& lexemas)
+{
+    return Analizador(texto, lexemas).TodaExpresion();
+}
+
+PExpresion Analizador::TodaExpresion()
+{
+    PExpresion expresion = LeeExpresion();
+    ExigeFin();
+    return expresion;
+}
+
 Sentencia Analizador::Todo()
 {
     Sentencia sentencia;
@@ -35,9 +47,14 @@ Sentencia Analizador::Todo()
         sentencia = LeeLlamada();
     while (SiSigno(";")) {
     }
+    ExigeFin();
+    return sentencia;
+}
+
+void Analizador::ExigeFin() const
+{
     if (Mira().ficha != Ficha::Fin)
         Inesperado();
-    return sentencia;
 }
 
 const Lexema& Analizador::Mira(std::size_t adelante) const

@@ -13,6 +13,10 @@ Sentencia Analiza(const QString& sql, const std::vector<Lexema>& lexemas);
 /// \throws ErrorSql as Analiza does
 Sentencia AnalizaFija(const QString& sql);
 
+/// Reads an expression that stands alone; its literals are fixed.
+/// \throws ErrorSql as Analiza does
+PExpresion AnalizaExpresion(const QString& texto, const std::vector<Lexema>& lexemas);
+
 /// The parser: a cursor over the words, and one function for each rule. Split in sources by
 /// subject: expressions, selects, orders, definitions.
 class Analizador {
@@ -23,9 +27,11 @@ class Analizador {
     }
 
     Sentencia Todo();
+    PExpresion TodaExpresion();
 
   private:
     // The cursor.
+    void ExigeFin() const;
     const Lexema& Mira(std::size_t adelante = 0) const;
     const Lexema& Toma() { return lexemas_[p_++]; }
     bool Si(const char* palabra);

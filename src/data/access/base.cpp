@@ -83,6 +83,12 @@ void Preparada::Liga(int parametro, const QString& texto)
                       static_cast<int>(bytes.size()), SQLITE_TRANSIENT);
 }
 
+void Preparada::Liga(int parametro, const QByteArray& bytes)
+{
+    sqlite3_bind_blob64(sentencia_.get(), parametro, bytes.constData(),
+                        static_cast<sqlite3_uint64>(bytes.size()), SQLITE_TRANSIENT);
+}
+
 void Preparada::Liga(int parametro, double numero)
 {
     sqlite3_bind_double(sentencia_.get(), parametro, numero);

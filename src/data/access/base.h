@@ -23,6 +23,7 @@ class Preparada {
 
     /// Binds the parameter of that number, from 1; one that the statement lacks is passed over.
     void Liga(int parametro, const QString& texto);
+    void Liga(int parametro, const QByteArray& bytes);
     void Liga(int parametro, double numero);
     void Liga(int parametro, qlonglong numero);
     void LigaNulo(int parametro);

@@ -38,18 +38,45 @@ mdb::TipoColumna TipoParaFichero(Tipo tipo)
     return TipoColumna::Memo;
 }
 
+/// A constant as Access keeps it.
+QString TextoDeConstante(const Literal& literal)
+{
+    switch (literal.tipo) {
+    case Tipo::Texto: {
+        QString dentro = literal.texto;
+        dentro.replace(u'"', QStringLiteral("\"\""));
+        return u'"' + dentro + u'"';
+    }
+    case Tipo::Fecha:
+        return u'#' + literal.texto + u'#';
+    case Tipo::Condicion:
+        return literal.texto == QLatin1String("1") ? QStringLiteral("True")
+                                                   : QStringLiteral("False");
+    case Tipo::Nulo:
+        return {};
+    default:
+        return literal.texto;
+    }
+}
+
+/// The sign of a negative number, if any, is the only operator that a default has.
+QString TextoDeDefecto(const Expresion& defecto)
+{
+    const bool negativo = defecto.clase == Expresion::Clase::Unario;
+    return negativo ? u'-' + TextoDeConstante(defecto.hijos[0]->literal)
+                    : TextoDeConstante(defecto.literal);
+}
+
 mdb::NuevaColumna ColumnaParaFichero(const ColumnaNueva& columna)
 {
-    if (columna.defecto)
-        Rechaza(QStringLiteral(
-            "En un fichero de Access las columnas se crean sin valor predeterminado"));
     const mdb::TipoColumna tipo =
         columna.contador ? mdb::TipoColumna::Largo : TipoParaFichero(columna.tipo.tipo);
     return {.nombre = columna.nombre,
             .tipo = tipo,
             .ancho = tipo == mdb::TipoColumna::Texto ? columna.tipo.ancho : 0,
             .obligatoria = columna.obligatoria,
-            .autonumerica = columna.contador};
+            .autonumerica = columna.contador,
+            .predeterminado = columna.defecto ? TextoDeDefecto(*columna.defecto) : QString()};
 }
 
 } // namespace

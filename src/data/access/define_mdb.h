@@ -4,8 +4,8 @@
 
 namespace tolmo::data::access {
 
-/// What a CREATE TABLE or CREATE INDEX means for an Access file.
-/// \throws ErrorSql for a default that is no constant
+/// What a CREATE TABLE or CREATE INDEX means for an Access file. The defaults of the columns are
+/// constants.
 mdb::NuevaTabla TablaParaFichero(const TablaNueva& tabla);
 mdb::NuevoIndice IndiceParaFichero(const IndiceNuevo& indice);
 

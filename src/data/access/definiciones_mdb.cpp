@@ -1,6 +1,7 @@
 #include "data/access/definiciones_mdb.h"
 #include "data/access/define_mdb.h"
 #include "data/access/errores_access.h"
+#include "data/access/traductor.h"
 
 namespace tolmo::data::access {
 
@@ -31,13 +32,9 @@ void DefinicionesMdb::Desconecta()
     esquema_.Desconecta();
 }
 
-/// What belongs in the file is made there. \returns false for what is the program's own
+/// \returns false when it has to be made aside
 bool DefinicionesMdb::Crea(const TablaNueva& tabla)
 {
-    if (EsDelPrograma(tabla.nombre))
-        return false;
-    if (esquema_.Busca(tabla.nombre))
-        Rechaza(QStringLiteral("La tabla %1 ya existe").arg(tabla.nombre));
     try {
         Cambia([&](const auto& paginas) { mdb::CreaTabla(paginas, TablaParaFichero(tabla)); });
     } catch (const ErrorSql&) {
@@ -51,8 +48,6 @@ bool DefinicionesMdb::Crea(const TablaNueva& tabla)
 
 bool DefinicionesMdb::Crea(const IndiceNuevo& indice)
 {
-    if (!DeFichero(indice.tabla))
-        return false;
     const QString tabla = esquema_.Busca(indice.tabla)->nombre;
     Desconecta();
     Cambia(
@@ -75,12 +70,26 @@ bool DefinicionesMdb::Elimina(const Eliminacion& eliminacion)
     return true;
 }
 
+/// \throws ErrorSql for what the engine wouldn't do with a table of its own either
+void DefinicionesMdb::Comprueba(const Sentencia& sentencia) const
+{
+    Traductor(esquema_).Traduce(sentencia, false);
+}
+
 bool DefinicionesMdb::Haz(const Sentencia& sentencia)
 {
-    if (const auto* tabla = std::get_if<TablaNueva>(&sentencia))
+    if (const auto* tabla = std::get_if<TablaNueva>(&sentencia)) {
+        if (EsDelPrograma(tabla->nombre))
+            return false;
+        Comprueba(sentencia);
         return Crea(*tabla);
-    if (const auto* indice = std::get_if<IndiceNuevo>(&sentencia))
+    }
+    if (const auto* indice = std::get_if<IndiceNuevo>(&sentencia)) {
+        if (!DeFichero(indice->tabla))
+            return false;
+        Comprueba(sentencia);
         return Crea(*indice);
+    }
     if (const auto* fuera = std::get_if<Eliminacion>(&sentencia))
         return Elimina(*fuera);
     if (const auto* cambio = std::get_if<CambioTabla>(&sentencia);

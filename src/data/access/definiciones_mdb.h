@@ -21,6 +21,7 @@ class DefinicionesMdb {
 
   private:
     bool DeFichero(const QString& tabla) const;
+    void Comprueba(const Sentencia& sentencia) const;
     bool Crea(const TablaNueva& tabla);
     bool Crea(const IndiceNuevo& indice);
     bool Elimina(const Eliminacion& eliminacion);

@@ -164,6 +164,23 @@ void Esquema::LeeColumnas(TablaVista& tabla) const
         tabla.columnas.push_back(columna);
     }
     tabla.conFila = esTabla && TieneFilas(base_.Manejo(), tabla.nombre);
+    if (tabla.deFichero && esTabla && !tabla.enlace)
+        LeeExigencias(tabla);
+}
+
+/// What new rows need to know of the columns of a table of the file. Reading needs none of it, so
+/// that whatever is wrong there is told to whoever writes.
+void Esquema::LeeExigencias(TablaVista& tabla) const
+{
+    try {
+        const auto columnas = fichero_->ExigenciasDe(fichero_->Tabla(tabla.nombre)).columnas;
+        for (std::size_t i = 0; i < columnas.size() && i < tabla.columnas.size(); ++i) {
+            tabla.columnas[i].defecto = columnas[i].predeterminado;
+            tabla.columnas[i].obligatoria = columnas[i].obligatoria;
+        }
+    } catch (const mdb::ErrorMdb&) {
+        return;
+    }
 }
 
 QSet<QString> Esquema::PrimerasDeIndice(const QString& tabla) const

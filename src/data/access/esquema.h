@@ -17,6 +17,8 @@ struct ColumnaVista {
     QString columna{};           ///< its name there
     bool conIndiceAjeno = false; ///< an index of another order begins with it
     bool propia = false;         ///< its indexes follow the order of the language
+    QString defecto{};           ///< of a column of the file: an expression as Access keeps it
+    bool obligatoria = false;    ///< the same: it takes no Nulls
 };
 
 /// A table or a view of the base, or a stored query.
@@ -58,6 +60,7 @@ class Esquema {
     void Conecta(TablaVista& tabla) const;
     void LeeGuardadas() const;
     void LeeColumnas(TablaVista& tabla) const;
+    void LeeExigencias(TablaVista& tabla) const;
     QSet<QString> PrimerasDeIndice(const QString& tabla) const;
 
     const Base& base_;

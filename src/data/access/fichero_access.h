@@ -1,6 +1,7 @@
 #pragma once
 #include "data/access/mdb/base_mdb.h"
 #include "data/access/mdb/define_tabla.h"
+#include "data/access/mdb/exigencias.h"
 #include "data/access/mdb/tabla_escribible.h"
 #include "data/access/mdb/transaccion_paginas.h"
 #include <functional>
@@ -41,6 +42,11 @@ class FicheroAccess {
     /// A table of the file, or a linked one in the file where it lives; any case.
     /// \throws ErrorSql that names the other file when it isn't there
     mdb::Tabla Tabla(const QString& nombre) const { return base_->AbreTabla(nombre); }
+    /// What is asked of its rows.
+    mdb::ExigenciasDeTabla ExigenciasDe(const mdb::Tabla& tabla) const
+    {
+        return mdb::LeeExigencias(paginas_, tabla.definicion());
+    }
     /// The text of a saved query; empty for one that selects nothing.
     QString TextoDeConsulta(const QString& nombre) const;
 

@@ -3,6 +3,7 @@
 #include "data/access/funciones.h"
 #include "data/codificacion.h"
 #include "data/valores.h"
+#include <QUuid>
 #include <algorithm>
 
 namespace tolmo::data::access {
@@ -186,6 +187,11 @@ void Formatea(Argumentos& a)
                        {primerDia, primeraSemana}));
 }
 
+void GenGuid(Argumentos& a)
+{
+    a.Devuelve(QUuid::createUuid().toString(QUuid::WithBraces).toUpper());
+}
+
 const FuncionSql Funciones[] = {
     {"kov_len", 1, true, Len},
     {"kov_left", 2, true, Left},
@@ -207,6 +213,7 @@ const FuncionSql Funciones[] = {
     {"kov_val", 1, true, Val},
     {"kov_str", 1, true, Str},
     {"kov_format", -1, false, Formatea},
+    {"kov_genguid", 0, false, GenGuid, false},
 };
 
 } // namespace

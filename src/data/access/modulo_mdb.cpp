@@ -5,6 +5,7 @@
 #include "data/access/errores_access.h"
 #include "data/access/fichero_access.h"
 #include "data/access/lectura_mdb.h"
+#include "data/access/reglas_mdb.h"
 #include "data/access/valores_mdb.h"
 #include <map>
 #include <sqlite3.h>
@@ -14,10 +15,17 @@ namespace {
 
 constexpr const char* NombreModulo = "kov_mdb";
 
+/// What the tables of a connection share.
+struct Entorno {
+    sqlite3* base;
+    FicheroAccess& fichero;
+    const Esquema& esquema;
+};
+
 /// A table of the file as the engine knows it.
 struct TablaVirtual : sqlite3_vtab {
-    TablaVirtual(FicheroAccess& suFichero, mdb::Tabla suTabla)
-        : sqlite3_vtab{}, fichero(suFichero), tabla(std::move(suTabla))
+    TablaVirtual(const Entorno& suEntorno, mdb::Tabla suTabla)
+        : sqlite3_vtab{}, entorno(suEntorno), fichero(suEntorno.fichero), tabla(std::move(suTabla))
     {
     }
 
@@ -52,9 +60,18 @@ struct TablaVirtual : sqlite3_vtab {
         return *escribible;
     }
 
+    ReglasMdb& Reglas()
+    {
+        if (!reglas)
+            reglas.emplace(entorno.base, entorno.esquema, tabla, fichero.ExigenciasDe(tabla));
+        return *reglas;
+    }
+
+    const Entorno& entorno;
     FicheroAccess& fichero;
     mdb::Tabla tabla;
     std::optional<mdb::TablaEscribible> escribible{}; ///< for the length of a transaction
+    std::optional<ReglasMdb> reglas{};
     std::map<int, DispersionMdb> dispersiones{};
     std::map<int, int> pedidas{};
     quint64 version = 0;
@@ -112,14 +129,15 @@ QString Declara(const mdb::Definicion& definicion)
     return QStringLiteral("CREATE TABLE x (%1)").arg(columnas.join(QStringLiteral(", ")));
 }
 
-int Conecta(sqlite3* base, void* fichero, int argc, const char* const* argv, sqlite3_vtab** tabla,
+int Conecta(sqlite3* base, void* entorno, int argc, const char* const* argv, sqlite3_vtab** tabla,
             char** error)
 {
     try {
         if (argc < 3)
             return SQLITE_ERROR;
-        auto& suyo = *static_cast<FicheroAccess*>(fichero);
-        auto nueva = std::make_unique<TablaVirtual>(suyo, suyo.Tabla(QString::fromUtf8(argv[2])));
+        const auto& suyo = *static_cast<const Entorno*>(entorno);
+        auto nueva =
+            std::make_unique<TablaVirtual>(suyo, suyo.fichero.Tabla(QString::fromUtf8(argv[2])));
         const QByteArray declaracion = Declara(nueva->tabla.definicion()).toUtf8();
         const int resultado = sqlite3_declare_vtab(base, declaracion.constData());
         if (resultado != SQLITE_OK)
@@ -244,7 +262,37 @@ void Inserta(TablaVirtual& tabla, std::span<sqlite3_value* const> valores, sqlit
     std::vector<mdb::Dato> datos;
     for (std::size_t i = 0; i < columnas.size(); ++i)
         datos.push_back(DatoDe(valores[i], columnas[i]));
-    *fila = tabla.Escribible().Inserta(datos).Numero();
+    mdb::TablaEscribible& escribible = tabla.Escribible();
+    ReglasMdb& reglas = tabla.Reglas();
+    if (reglas.Hay()) {
+        // Nobody asks whether a column that is left without a value keeps its rule.
+        std::vector<bool> puestas;
+        for (const mdb::Dato& dato : datos)
+            puestas.push_back(!mdb::EsNulo(dato));
+        reglas.Comprueba(datos, puestas);
+    }
+    *fila = escribible.Inserta(datos).Numero();
+}
+
+/// The row as the changes leave it; of the other columns, those that a rule asks for.
+void CompruebaReglas(TablaVirtual& tabla, mdb::Puntero donde,
+                     std::span<const mdb::TablaEscribible::Cambio> cambios)
+{
+    ReglasMdb& reglas = tabla.Reglas();
+    const auto fila = reglas.Hay() ? tabla.tabla.FilaEn(donde) : std::nullopt;
+    if (!fila)
+        return;
+    const auto& columnas = tabla.tabla.definicion().columnas;
+    std::vector<mdb::Dato> datos(columnas.size());
+    std::vector<bool> cambia(columnas.size(), false);
+    for (const mdb::TablaEscribible::Cambio& cambio : cambios) {
+        datos[cambio.columna] = cambio.valor;
+        cambia[cambio.columna] = true;
+    }
+    for (std::size_t i = 0; i < columnas.size(); ++i)
+        if (!cambia[i] && reglas.Usa(i))
+            datos[i] = fila->Lee(columnas[i]);
+    reglas.Comprueba(datos, cambia);
 }
 
 void Actualiza(TablaVirtual& tabla, mdb::Puntero fila, std::span<sqlite3_value* const> valores)
@@ -254,7 +302,9 @@ void Actualiza(TablaVirtual& tabla, mdb::Puntero fila, std::span<sqlite3_value* 
     for (std::size_t i = 0; i < columnas.size(); ++i)
         if (!sqlite3_value_nochange(valores[i]))
             cambios.push_back({.columna = i, .valor = DatoDe(valores[i], columnas[i])});
-    tabla.Escribible().Actualiza(fila, cambios);
+    mdb::TablaEscribible& escribible = tabla.Escribible();
+    CompruebaReglas(tabla, fila, cambios);
+    escribible.Actualiza(fila, cambios);
 }
 
 /// One value: a row to be deleted. Else the row, NULL for a new one, its new number, its columns.
@@ -350,10 +400,12 @@ sqlite3_module Modulo()
 
 } // namespace
 
-void RegistraModuloMdb(sqlite3* base, FicheroAccess& fichero)
+void RegistraModuloMdb(sqlite3* base, FicheroAccess& fichero, const Esquema& esquema)
 {
     static const sqlite3_module modulo = Modulo();
-    if (sqlite3_create_module_v2(base, NombreModulo, &modulo, &fichero, nullptr) != SQLITE_OK)
+    const auto suelta = [](void* entorno) { delete static_cast<Entorno*>(entorno); };
+    if (sqlite3_create_module_v2(base, NombreModulo, &modulo, new Entorno{base, fichero, esquema},
+                                 suelta) != SQLITE_OK)
         Rechaza(QString::fromUtf8(sqlite3_errmsg(base)));
     sqlite3_commit_hook(base, AlConfirmar, &fichero);
     sqlite3_rollback_hook(base, AlDeshacer, &fichero);

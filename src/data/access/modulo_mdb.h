@@ -5,10 +5,12 @@ struct sqlite3;
 
 namespace tolmo::data::access {
 
+class Esquema;
 class FicheroAccess;
 
-/// Lets the engine see the tables of an Access file. The file outlives the engine's connection.
-void RegistraModuloMdb(sqlite3* base, FicheroAccess& fichero);
+/// Lets the engine see the tables of an Access file. The file outlives the engine's connection, and
+/// the schema whatever is written.
+void RegistraModuloMdb(sqlite3* base, FicheroAccess& fichero, const Esquema& esquema);
 
 /// The statement that makes a table of the file known under its name; and the one that ends it,
 /// which leaves the file as it is.

@@ -5,6 +5,7 @@
 #include "data/access/errores_access.h"
 #include "data/access/lectura.h"
 #include "data/access/modulo_mdb.h"
+#include "data/access/predeterminados.h"
 #include <sqlite3.h>
 
 namespace tolmo::data::access {
@@ -47,9 +48,9 @@ ProveedorAccess::ProveedorAccess(std::unique_ptr<FicheroAccess> fichero, Ahora a
       versionEsquema_(base_.Prepara(QStringLiteral("PRAGMA schema_version"))),
       listas_(ListasGuardadas)
 {
-    RegistraModuloMdb(base_.Manejo(), *fichero_);
     definiciones_ =
         std::make_unique<DefinicionesMdb>(*fichero_, esquema_, [this] { listas_.clear(); });
+    RegistraModuloMdb(base_.Manejo(), *fichero_, esquema_);
 }
 
 // What another process does to the tables, or to the stored queries, outdates what is kept here.
@@ -309,8 +310,9 @@ Valor ProveedorAccess::Inserta(const Filas& filas, const Cambios& cambios)
         columnas << Identificador(columna.nombre);
         valores << AsignaA(columna, TrozoDeValor(static_cast<int>(valores.size()) + 1, valor));
     }
+    AnadePredeterminados(esquema_, tabla, columnas, valores);
     const QString sql =
-        cambios.empty()
+        columnas.empty()
             ? QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(Identificador(tabla.nombre))
             : QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
                   .arg(Identificador(tabla.nombre), columnas.join(QStringLiteral(", ")),

@@ -75,6 +75,8 @@ class Traductor {
 
     /// \throws ErrorSql for a name or function that nobody knows
     Plan Traduce(const Sentencia& sentencia, bool actualizable);
+    /// An expression that is kept with a table: its patterns are those of stored queries.
+    Trozo TraduceGuardada(const Expresion& e, const Ambito& ambito);
 
   private:
     // Expressions.

@@ -73,6 +73,7 @@ const QHash<QString, Ficha>& Catalogo()
         {"DATEVALUE", {"kov_datevalue", "f", 1, Tipo::Fecha}},
         {"TIMEVALUE", {"kov_timevalue", "f", 1, Tipo::Fecha}},
         {"ISNUMERIC", {"kov_es_numero", "v", 1, Tipo::Condicion}},
+        {"GENGUID", {"kov_genguid", "", 0, Tipo::Texto}},
         {"ISDATE", {"kov_es_fecha", "v", 1, Tipo::Condicion}},
     };
     return catalogo;

@@ -1,5 +1,6 @@
 #include "data/access/analizador.h"
 #include "data/access/errores_access.h"
+#include "data/access/predeterminados.h"
 #include "data/access/traductor.h"
 
 namespace tolmo::data::access {
@@ -71,6 +72,14 @@ Plan Traductor::Traduce(const Sentencia& sentencia, bool actualizable)
     return plan;
 }
 
+Trozo Traductor::TraduceGuardada(const Expresion& e, const Ambito& ambito)
+{
+    ++guardadas_;
+    Trozo trozo = Expr(e, ambito);
+    --guardadas_;
+    return trozo;
+}
+
 const TablaVista& Traductor::TablaParaCambiar(const QString& nombre, qsizetype posicion) const
 {
     const TablaVista* tabla = esquema_.Busca(nombre);
@@ -115,6 +124,7 @@ Plan Traductor::TraduceInsercion(const Insercion& insercion)
         columnas << Identificador(destino.nombre);
         asignados << AsignaA(destino, valores[static_cast<std::size_t>(i)]);
     }
+    AnadePredeterminados(esquema_, tabla, columnas, asignados);
     Plan plan;
     const QString lista = asignados.join(QStringLiteral(", "));
     plan.sql << InsertaEn(tabla, columnas,

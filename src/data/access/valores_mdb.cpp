@@ -1,4 +1,5 @@
 #include "data/access/valores_mdb.h"
+#include "data/access/base.h"
 #include "data/access/errores_access.h"
 #include "data/access/fechas.h"
 #include "data/access/mdb/clave_texto.h"
@@ -37,13 +38,6 @@ bool EsNumero(sqlite3_value* valor)
     return clase == SQLITE_INTEGER || clase == SQLITE_FLOAT;
 }
 
-void EntregaTexto(sqlite3_context* contexto, const QString& texto)
-{
-    const QByteArray bytes = texto.toUtf8();
-    sqlite3_result_text64(contexto, bytes.constData(), static_cast<sqlite3_uint64>(bytes.size()),
-                          SQLITE_TRANSIENT, SQLITE_UTF8);
-}
-
 QString TextoDeGuid(const mdb::Guid& guid)
 {
     const auto& b = guid.bytes;
@@ -67,6 +61,63 @@ mdb::Guid GuidDe(const QString& texto)
     qToLittleEndian<quint16>(id.data3, guid.bytes.data() + 6);
     std::copy(std::begin(id.data4), std::end(id.data4), guid.bytes.begin() + 8);
     return guid;
+}
+
+/// The result of a call of the engine's.
+struct EnResultado {
+    sqlite3_context* contexto;
+    void PonNulo() const { sqlite3_result_null(contexto); }
+    void Pon(qint64 numero) const { sqlite3_result_int64(contexto, numero); }
+    void Pon(double numero) const { sqlite3_result_double(contexto, numero); }
+    void Pon(const QString& texto) const
+    {
+        const QByteArray bytes = texto.toUtf8();
+        sqlite3_result_text64(contexto, bytes.constData(),
+                              static_cast<sqlite3_uint64>(bytes.size()), SQLITE_TRANSIENT,
+                              SQLITE_UTF8);
+    }
+    void Pon(const QByteArray& bytes) const
+    {
+        sqlite3_result_blob64(contexto, bytes.constData(),
+                              static_cast<sqlite3_uint64>(bytes.size()), SQLITE_TRANSIENT);
+    }
+};
+
+/// A parameter of a statement.
+struct EnParametro {
+    Preparada& preparada;
+    int numero;
+    void PonNulo() const { preparada.LigaNulo(numero); }
+    template <class T> void Pon(const T& valor) const { preparada.Liga(numero, valor); }
+};
+
+template <class Destino> void EntregaEn(const Destino& destino, const Dato& dato)
+{
+    struct Visita {
+        const Destino& d;
+        void operator()(std::monostate) const { d.PonNulo(); }
+        void operator()(bool verdad) const { d.Pon(qint64{verdad ? -1 : 0}); }
+        void operator()(qint64 numero) const { d.Pon(numero); }
+        void operator()(const mdb::Moneda& moneda) const
+        {
+            constexpr qint64 Partes = 10000;
+            if (moneda.diezmilesimas % Partes == 0)
+                d.Pon(moneda.diezmilesimas / Partes);
+            else
+                d.Pon(static_cast<double>(moneda.diezmilesimas) / PartesDeMoneda);
+        }
+        void operator()(float numero) const { d.Pon(static_cast<double>(numero)); }
+        void operator()(double numero) const { d.Pon(numero); }
+        void operator()(const mdb::Fecha& fecha) const { d.Pon(Iso(DesdeSerie(fecha.dias))); }
+        void operator()(const mdb::Guid& guid) const { d.Pon(TextoDeGuid(guid)); }
+        void operator()(const mdb::Numerico& numero) const
+        {
+            d.Pon(mdb::AValor(Dato(numero)).toDouble());
+        }
+        void operator()(const QString& texto) const { d.Pon(texto); }
+        void operator()(const QByteArray& bytes) const { d.Pon(bytes); }
+    };
+    std::visit(Visita{destino}, dato);
 }
 
 /// A number of up to 15 digits, which is what the engine's own hold, over the column's scale.
@@ -161,42 +212,12 @@ TipoDeclarado TipoDeColumna(const mdb::Columna& columna)
 
 void Entrega(sqlite3_context* contexto, const Dato& dato)
 {
-    struct Visita {
-        sqlite3_context* c;
-        void operator()(std::monostate) const { sqlite3_result_null(c); }
-        void operator()(bool verdad) const { sqlite3_result_int(c, verdad ? -1 : 0); }
-        void operator()(qint64 numero) const { sqlite3_result_int64(c, numero); }
-        void operator()(const mdb::Moneda& moneda) const
-        {
-            constexpr qint64 Partes = 10000;
-            if (moneda.diezmilesimas % Partes == 0)
-                sqlite3_result_int64(c, moneda.diezmilesimas / Partes);
-            else
-                sqlite3_result_double(c,
-                                      static_cast<double>(moneda.diezmilesimas) / PartesDeMoneda);
-        }
-        void operator()(float numero) const
-        {
-            sqlite3_result_double(c, static_cast<double>(numero));
-        }
-        void operator()(double numero) const { sqlite3_result_double(c, numero); }
-        void operator()(const mdb::Fecha& fecha) const
-        {
-            EntregaTexto(c, Iso(DesdeSerie(fecha.dias)));
-        }
-        void operator()(const mdb::Guid& guid) const { EntregaTexto(c, TextoDeGuid(guid)); }
-        void operator()(const mdb::Numerico& numero) const
-        {
-            sqlite3_result_double(c, mdb::AValor(Dato(numero)).toDouble());
-        }
-        void operator()(const QString& texto) const { EntregaTexto(c, texto); }
-        void operator()(const QByteArray& bytes) const
-        {
-            sqlite3_result_blob64(c, bytes.constData(), static_cast<sqlite3_uint64>(bytes.size()),
-                                  SQLITE_TRANSIENT);
-        }
-    };
-    std::visit(Visita{contexto}, dato);
+    EntregaEn(EnResultado{contexto}, dato);
+}
+
+void Liga(Preparada& preparada, int parametro, const Dato& dato)
+{
+    EntregaEn(EnParametro{preparada, parametro}, dato);
 }
 
 Dato DatoDe(sqlite3_value* valor, const mdb::Columna& columna)

@@ -9,12 +9,16 @@ struct sqlite3_value;
 
 namespace tolmo::data::access {
 
+class Preparada;
+
 /// How a column of an Access file is declared to the engine.
 TipoDeclarado TipoDeColumna(const mdb::Columna& columna);
 
 /// Gives the engine a value in the form that the embedded database holds it in: dates as ISO texts,
 /// truth as -1 and 0.
 void Entrega(sqlite3_context* contexto, const mdb::Dato& dato);
+/// The same as a parameter, from 1, of a statement.
+void Liga(Preparada& preparada, int parametro, const mdb::Dato& dato);
 
 /// A value of the engine as the column holds it, for writing.
 /// \throws ErrorSql for one that the column can't hold

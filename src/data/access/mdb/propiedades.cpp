@@ -47,7 +47,8 @@ void LeeValores(Bytes bytes, const QStringList& nombres, std::vector<Propiedad>&
         propiedades.push_back({.columna = columna,
                                .nombre = nombres[nombre],
                                .tipo = bytes.U8(3),
-                               .valor = CopiaDe(bytes.Trozo(CabeceraValor, bytes.U16(6)))});
+                               .valor = CopiaDe(bytes.Trozo(CabeceraValor, bytes.U16(6))),
+                               .marca = bytes.U8(2)});
         bytes = bytes.Desde(largo);
     }
 }
@@ -71,7 +72,7 @@ QByteArray Valor(const Propiedad& propiedad, const QStringList& nombres)
     QByteArray bytes;
     Anade(bytes,
           static_cast<quint16>(CabeceraValor + static_cast<std::size_t>(propiedad.valor.size())));
-    Anade(bytes, quint8{1});
+    Anade(bytes, propiedad.marca);
     Anade(bytes, propiedad.tipo);
     Anade(bytes, static_cast<quint16>(nombres.indexOf(propiedad.nombre)));
     Anade(bytes, static_cast<quint16>(propiedad.valor.size()));
@@ -120,6 +121,11 @@ Propiedad PropiedadLogica(const QString& columna, const QString& nombre, bool va
 QString TextoDe(const Propiedad& propiedad)
 {
     return Nombre(BytesDe(propiedad.valor));
+}
+
+bool VerdadDe(const Propiedad& propiedad)
+{
+    return !propiedad.valor.isEmpty() && propiedad.valor[0] != 0;
 }
 
 QByteArray EscribePropiedades(const std::vector<Propiedad>& propiedades)

@@ -3,7 +3,7 @@
 #include "data/access/mdb/escribe_dato.h"
 #include "data/access/mdb/escribe_fila.h"
 #include "data/access/mdb/escribe_largo.h"
-#include "data/access/mdb/propiedades.h"
+#include "data/access/mdb/exigencias.h"
 #include "data/access/mdb/relaciones_tabla.h"
 #include "data/access/mdb/sitio_filas.h"
 #include "data/access/mdb/valor_largo.h"
@@ -68,6 +68,12 @@ void CompruebaQueSeEscribe(const Paginas& paginas, const Tabla& tabla, TablaEscr
     }
 }
 
+bool EsTextoVacio(const Dato& dato)
+{
+    const auto* texto = std::get_if<QString>(&dato);
+    return texto != nullptr && texto->isEmpty();
+}
+
 Guid GuidNuevo()
 {
     Guid guid;
@@ -115,11 +121,12 @@ class TablaEscribible::Interior {
   public:
     Interior(std::shared_ptr<PaginasEscribibles> paginas, const Tabla& tabla, Clase clase)
         : paginas_(std::move(paginas)), tabla_(tabla), indices_(*paginas_, tabla_),
-          relaciones_(paginas_, tabla_, indices_), sitio_(*paginas_, tabla_.definicion()),
-          obligatorias_(Columnas().size(), false)
+          relaciones_(paginas_, tabla_, indices_), sitio_(*paginas_, tabla_.definicion())
     {
         if (clase == Clase::DeUsuario)
-            LeeObligatorias();
+            exigencias_ = LeeExigencias(paginas_, Definicion()).columnas;
+        else
+            exigencias_.resize(Columnas().size());
     }
 
     Puntero Inserta(std::span<const Dato> valores)
@@ -127,7 +134,7 @@ class TablaEscribible::Interior {
         std::vector<Dato> nuevos = Ajustados(valores);
         PonAutonumericos(nuevos);
         const std::vector<bool> todas(nuevos.size(), true);
-        CompruebaObligatorias(nuevos, todas);
+        CompruebaExigencias(nuevos, todas);
         const std::vector<ClaveDeFila> claves = Claves(nuevos);
         relaciones_.CompruebaNueva(nuevos, todas);
 
@@ -179,7 +186,7 @@ class TablaEscribible::Interior {
                 largos.push_back(i);
             crudos[i] = crudo;
         }
-        CompruebaObligatorias(nuevos, cambia);
+        CompruebaExigencias(nuevos, cambia);
         const std::vector<std::pair<std::size_t, ClaveDeFila>> claves =
             ClavesCambiadas(viejos, nuevos, cambia);
         relaciones_.CompruebaNueva(nuevos, cambia);
@@ -231,17 +238,6 @@ class TablaEscribible::Interior {
     const mdb::Definicion& Definicion() const { return tabla_.definicion(); }
     const std::vector<Columna>& Columnas() const { return tabla_.definicion().columnas; }
 
-    void LeeObligatorias()
-    {
-        for (const Propiedad& propiedad : PropiedadesDeTabla(paginas_, Definicion().pagina)) {
-            const Columna* columna = Definicion().ColumnaDe(propiedad.columna);
-            if (columna == nullptr || propiedad.nombre != propiedad::Obligatoria)
-                continue;
-            obligatorias_[static_cast<std::size_t>(columna - Columnas().data())] =
-                !propiedad.valor.isEmpty() && propiedad.valor[0] != 0;
-        }
-    }
-
     std::vector<Dato> Ajustados(std::span<const Dato> valores) const
     {
         if (valores.size() != Columnas().size())
@@ -292,11 +288,15 @@ class TablaEscribible::Interior {
         Pon(pagina, posicion, antes == 0 && mas < 0 ? 0 : antes + static_cast<quint32>(mas));
     }
 
-    void CompruebaObligatorias(const std::vector<Dato>& valores, const std::vector<bool>& cambia)
+    void CompruebaExigencias(const std::vector<Dato>& valores, const std::vector<bool>& cambia)
     {
         for (std::size_t i = 0; i < valores.size(); ++i) {
-            if (cambia[i] && obligatorias_[i] && EsNulo(valores[i]))
+            if (cambia[i] && exigencias_[i].obligatoria && EsNulo(valores[i]))
                 FaltaValor(Definicion(), Columnas()[i]);
+            if (cambia[i] && !exigencias_[i].admiteVacio && EsTextoVacio(valores[i]))
+                throw ErrorMdb(Motivo::SinValor,
+                               QStringLiteral("El campo %1 no admite un texto vacío")
+                                   .arg(Campo(Definicion(), Columnas()[i])));
         }
     }
 
@@ -365,7 +365,7 @@ class TablaEscribible::Interior {
     IndicesDeTabla indices_;
     RelacionesDeTabla relaciones_;
     SitioDeFilas sitio_;
-    std::vector<bool> obligatorias_;
+    std::vector<ExigenciasDeColumna> exigencias_{}; ///< in the order of the definition
 };
 
 TablaEscribible::TablaEscribible(std::shared_ptr<PaginasEscribibles> paginas, const Tabla& tabla,
