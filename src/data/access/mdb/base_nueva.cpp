@@ -20,6 +20,7 @@ constexpr quint8 FijaDeSistema = 0x13;
 constexpr quint8 VariableDeSistema = 0x12;
 constexpr quint8 Identidad = 0x32; ///< a column of names of users
 constexpr quint16 MayorTexto = 510;
+constexpr const char* Access2003 = "09.50"; ///< what programs ask a file for before they open it
 constexpr qint32 DeSistema = std::numeric_limits<qint32>::min();
 
 /// Pages of a file that doesn't exist yet.
@@ -182,6 +183,7 @@ constexpr qint32 Tablas = 0x0F000001;
 constexpr qint32 Bases = 0x0F000002;
 constexpr qint32 Relaciones = 0x0F000003;
 constexpr qint32 BaseDeDatos = 0x10000000;
+constexpr qint32 PrimeroLibre = std::numeric_limits<qint32>::min(); ///< for what is no table
 } // namespace id
 
 /// Names of users are numbers that the engine makes up; these relations between them hold in every
@@ -193,24 +195,74 @@ struct Usuarios {
     QByteArray quienCrea{"\x4B\x53"};
 };
 
+/// A property that a program of Access gives to an object of its own.
+Propiedad DeAccess(Propiedad propiedad, TipoColumna tipo)
+{
+    propiedad.tipo = static_cast<quint8>(tipo);
+    propiedad.marca = 0;
+    return propiedad;
+}
+
+QByteArray TextoDeAccess(const char* nombre, const char* valor)
+{
+    return EscribePropiedades(
+        {DeAccess(PropiedadDeTexto({}, QString::fromLatin1(nombre), QString::fromLatin1(valor)),
+                  TipoColumna::Texto)});
+}
+
 void AnotaObjetos(RegistroDeObjetos& registro, const Usuarios& usuarios)
 {
     const auto anota = [&](qint32 cual, qint32 padre, const char* nombre, int clase,
-                           const QByteArray& duenio) {
+                           const QByteArray& duenio, const QByteArray& propiedades = {}) {
         registro.Anota(RegistroDeObjetos::Anotacion{.id = cual,
                                                     .padre = padre,
                                                     .nombre = QString::fromLatin1(nombre),
                                                     .clase = clase,
                                                     .duenio = duenio,
-                                                    .marcas = DeSistema});
+                                                    .marcas = DeSistema,
+                                                    .propiedades = propiedades});
     };
     anota(id::Tablas, id::Raiz, "Tables", clase_objeto::Contenedor, usuarios.motor);
     anota(id::Bases, id::Raiz, "Databases", clase_objeto::Contenedor, usuarios.motor);
     anota(id::Relaciones, id::Raiz, "Relationships", clase_objeto::Contenedor, usuarios.motor);
-    anota(id::BaseDeDatos, id::Bases, "MSysDb", clase_objeto::BaseDeDatos, usuarios.administrador);
+    anota(id::BaseDeDatos, id::Bases, "MSysDb", clase_objeto::BaseDeDatos, usuarios.administrador,
+          TextoDeAccess("AccessVersion", Access2003));
     qint32 pagina = Catalogo::PaginaObjetos;
     for (const TablaDelSistema& tabla : TablasDelSistema())
         anota(pagina++, id::Tablas, tabla.nombre, clase_objeto::TablaLocal, usuarios.motor);
+}
+
+/// What programs of Access find or make in every file that they open; the administrator owns it.
+void AnotaDeAccess(RegistroDeObjetos& registro, const Usuarios& usuarios)
+{
+    qint32 siguiente = id::PrimeroLibre;
+    const auto anota = [&](qint32 padre, const char* nombre, int clase,
+                           const QByteArray& propiedades = {}) {
+        registro.Anota(RegistroDeObjetos::Anotacion{.id = siguiente,
+                                                    .padre = padre,
+                                                    .nombre = QString::fromLatin1(nombre),
+                                                    .clase = clase,
+                                                    .duenio = usuarios.administrador,
+                                                    .propiedades = propiedades});
+        return siguiente++;
+    };
+    const auto derecho = [&](qint32 objeto, const QByteArray& quien, qint32 cual, bool heredable) {
+        registro.Anota(RegistroDeObjetos::Derecho{
+            .objeto = objeto, .quien = quien, .cual = cual, .heredable = heredable});
+    };
+    const QByteArray propias = EscribePropiedades({DeAccess(
+        PropiedadLogica({}, QStringLiteral("ReplicateProject"), true), TipoColumna::Logico)});
+    for (const qint32 documento :
+         {anota(id::Bases, "SummaryInfo", clase_objeto::Documento),
+          anota(id::Bases, "UserDefined", clase_objeto::Documento, propias)})
+        derecho(documento, usuarios.todos, 0x10000, false);
+    for (const char* nombre :
+         {"Forms", "Reports", "Scripts", "Modules", "SysRel", "DataAccessPages"}) {
+        const qint32 contenedor = anota(id::Raiz, nombre, clase_objeto::Contenedor);
+        for (const QByteArray& quien : {usuarios.administrador, usuarios.todos, usuarios.quienCrea})
+            derecho(contenedor, quien, 0xFFFFF, true);
+    }
+    anota(id::Bases, "AccessLayout", clase_objeto::Documento, TextoDeAccess("KeepLocal", "T"));
 }
 
 void AnotaDerechos(RegistroDeObjetos& registro, const Usuarios& usuarios)
@@ -263,6 +315,7 @@ QByteArray BaseNueva(const QDateTime& creacion)
     RegistroDeObjetos registro(paginas);
     AnotaObjetos(registro, {});
     AnotaDerechos(registro, {});
+    AnotaDeAccess(registro, {});
     return paginas->Todo();
 }
 

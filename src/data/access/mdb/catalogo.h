@@ -15,6 +15,7 @@ constexpr int EnlaceOdbc = 4;
 constexpr int Consulta = 5;
 constexpr int EnlaceFichero = 6;
 constexpr int Relacion = 8;
+constexpr int Documento = -32757; ///< facts of the whole base that Access keeps
 } // namespace clase_objeto
 
 /// A row of MSysObjects.
