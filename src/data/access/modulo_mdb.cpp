@@ -97,11 +97,29 @@ CursorVirtual& De(sqlite3_vtab_cursor* cursor)
     return *static_cast<CursorVirtual*>(cursor);
 }
 
-int Falla(sqlite3_vtab* tabla, const QString& descripcion)
+int Falla(sqlite3_vtab* tabla, const QString& descripcion, int codigo = SQLITE_ERROR)
 {
     sqlite3_free(tabla->zErrMsg);
     tabla->zErrMsg = sqlite3_mprintf("%s", descripcion.toUtf8().constData());
-    return SQLITE_ERROR;
+    return codigo;
+}
+
+/// An error of the engine's own is a matter of a field's value: others have codes of their own, so
+/// that who changes a row of an open set is told which it was.
+int Falla(sqlite3_vtab* tabla, const mdb::ErrorMdb& error)
+{
+    switch (error.motivo()) {
+    case mdb::Motivo::Valor:
+        return Falla(tabla, error.Descripcion());
+    case mdb::Motivo::ClaveRepetida:
+    case mdb::Motivo::SinValor:
+        // They name the field, as the engine does of its own tables.
+        return Falla(tabla, error.frase(), SQLITE_CONSTRAINT);
+    case mdb::Motivo::Relacion:
+        return Falla(tabla, error.Descripcion(), SQLITE_CONSTRAINT);
+    default:
+        return Falla(tabla, error.Descripcion(), SQLITE_PERM);
+    }
 }
 
 /// The engine is of another language: no error may pass through it but by its own way.
@@ -109,6 +127,8 @@ template <class Accion> int Hace(sqlite3_vtab* tabla, Accion accion)
 {
     try {
         return accion();
+    } catch (const mdb::ErrorMdb& error) {
+        return Falla(tabla, error);
     } catch (const ErrorDatos& error) {
         return Falla(tabla, error.Descripcion());
     } catch (const std::bad_alloc&) {

@@ -1,4 +1,6 @@
 #pragma once
+#include "apoyo/forma_de_base.h"
+#include "data/access/mdb/base_nueva.h"
 #include "data/access/proveedor_access.h"
 #include "data/errores.h"
 #include "data/valores.h"
@@ -12,20 +14,27 @@ inline void PrintTo(const QString& texto, std::ostream* salida)
     *salida << '"' << texto.toStdString() << '"';
 }
 
-/// An embedded database of its own for each test, in a folder that goes away with it.
+/// A database of its own for each test, in a folder that goes away with it.
 class BaseDePrueba {
   public:
     BaseDePrueba()
-        : base_(std::make_unique<tolmo::data::access::ProveedorAccess>(
-              Ruta(), tolmo::data::access::Base::Modo::Nueva, [this] { return ahora; }))
     {
+        using tolmo::data::access::Base;
+        if (EnFicherosDeAccess())
+            tolmo::data::access::mdb::CreaBase(Ruta());
+        base_ = Conexion(Base::Modo::Nueva);
     }
 
     QDateTime ahora{QDate(2024, 3, 15), QTime(9, 5, 7)};
 
-    QString Ruta() const { return carpeta_.filePath("bd.sqlite"); }
+    QString Ruta() const { return FicheroDeBase(carpeta_.filePath("bd")); }
     QString Carpeta() const { return carpeta_.path(); }
     tolmo::data::access::ProveedorAccess& Proveedor() { return *base_; }
+    /// The same database, as another process has it open.
+    std::unique_ptr<tolmo::data::access::ProveedorAccess> Otro() const
+    {
+        return Conexion(tolmo::data::access::Base::Modo::Existente);
+    }
 
     long long Haz(const QString& sql) { return base_->Ejecuta(sql); }
     void Haz(std::initializer_list<const char*> sentencias)
@@ -85,6 +94,16 @@ class BaseDePrueba {
     }
 
   private:
+    std::unique_ptr<tolmo::data::access::ProveedorAccess>
+    Conexion(tolmo::data::access::Base::Modo modo) const
+    {
+        using namespace tolmo::data::access;
+        const Ahora reloj = [this] { return ahora; };
+        if (!EnFicherosDeAccess())
+            return std::make_unique<ProveedorAccess>(Ruta(), modo, reloj);
+        return std::make_unique<ProveedorAccess>(std::make_unique<FicheroAccess>(Ruta()), reloj);
+    }
+
     QTemporaryDir carpeta_;
     std::unique_ptr<tolmo::data::access::ProveedorAccess> base_;
 };

@@ -222,6 +222,32 @@ TEST_F(FicheroNuevo, UnConjuntoAbiertoSeCambiaFilaAFila)
               "A2|Jarrón|False A3|NULL|True");
 }
 
+TEST_F(FicheroNuevo, UnCambioRechazadoDiceSiEsElCampoLaFilaOElFichero)
+{
+    const data::Filas filas = base->Consulta("SELECT * FROM M_ARTIC ORDER BY CODARTICULO", true);
+    const auto fallo = [&](const data::Cambios& cambios) {
+        try {
+            base->Actualiza(filas, 0, cambios);
+        } catch (const data::ErrorSql& error) {
+            return std::pair(error.Numero(), error.Descripcion().toStdString());
+        }
+        return std::pair(0, std::string());
+    };
+    const auto campo = fallo({{"PVP1", QString("x")}});
+    EXPECT_EQ(campo.first, data::numero_error::CampoIncorrecto);
+
+    EXPECT_EQ(fallo({{"CODARTICULO", QString("A2")}}),
+              std::pair(data::numero_error::Sentencia,
+                        std::string("El valor está duplicado en un índice único: "
+                                    "M_ARTIC.CODARTICULO")));
+
+    const GestionAbierta gestion(carpeta.filePath("BD000001.ldb"));
+    const auto [numero, descripcion] = fallo({{"CODARTICULO", QString("A3")}});
+    EXPECT_EQ(numero, data::numero_error::Sentencia);
+    EXPECT_TRUE(descripcion.starts_with("El fichero está abierto en otro programa (equipo CAJA2"))
+        << descripcion;
+}
+
 TEST_F(FicheroNuevo, LoQueOtroGuardaSeVeEnElSiguienteConjunto)
 {
     EXPECT_EQ(Filas("SELECT COUNT(*) FROM M_ARTIC"), "2");

@@ -29,6 +29,11 @@ class IndicesDelMotor : public testing::Test, public BaseDePrueba {
              "CREATE INDEX IG ON T (GRUPO)", "CREATE INDEX INN ON T (N)",
              "CREATE TABLE U (CODU nvarchar(20), V INT)", "INSERT INTO T VALUES ('A1','g',1)"});
     }
+    void SetUp() override
+    {
+        if (EnFicherosDeAccess())
+            GTEST_SKIP() << "a file of Access has its own indexes and its own choice among them";
+    }
 };
 
 TEST_F(IndicesDelMotor, LaIgualdadDeTextoUsaElIndice)
@@ -182,32 +187,39 @@ class VariosProcesos : public testing::Test, public BaseDePrueba {};
 TEST_F(VariosProcesos, OtroLeeMientrasUnoEscribe)
 {
     Haz({"CREATE TABLE T (N INT)", "INSERT INTO T VALUES (1)"});
-    ProveedorAccess otro(Ruta(), Base::Modo::Existente);
+    const auto otro = Otro();
     access::Transaccion transaccion(Proveedor().Motor());
     Haz("INSERT INTO T VALUES (2)");
     QElapsedTimer reloj;
     reloj.start();
 
-    EXPECT_EQ(otro.Consulta("SELECT COUNT(*) FROM T", false).valores[0], QVariant(1));
+    EXPECT_EQ(otro->Consulta("SELECT COUNT(*) FROM T", false).valores[0], QVariant(1));
     EXPECT_LT(reloj.elapsed(), 2000);
     transaccion.Confirma();
-    EXPECT_EQ(otro.Consulta("SELECT COUNT(*) FROM T", false).valores[0], QVariant(2));
+    EXPECT_EQ(otro->Consulta("SELECT COUNT(*) FROM T", false).valores[0], QVariant(2));
 }
 
 TEST_F(VariosProcesos, UnaTablaHechaPorOtroSeVeSinVolverAAbrir)
 {
     Haz("CREATE TABLE T (N INT)");
-    ProveedorAccess otro(Ruta(), Base::Modo::Existente);
-    EXPECT_EQ(otro.Tablas().size(), 1U);
+    const auto otro = Otro();
+    const auto tablas = [&] {
+        QStringList nombres;
+        for (const TablaEsquema& tabla : otro->Tablas())
+            if (tabla.tipo != "SYSTEM TABLE")
+                nombres << tabla.nombre;
+        return nombres;
+    };
+    EXPECT_EQ(tablas(), QStringList({"T"}));
 
     Haz({"CREATE TABLE U (N INT)", "CREATE VIEW V AS SELECT N AS UNO FROM T",
          "INSERT INTO T VALUES (7)"});
 
-    EXPECT_EQ(otro.Tablas().size(), 4U);
-    EXPECT_EQ(otro.Consulta("SELECT UNO FROM V", false).valores[0], QVariant(7));
+    EXPECT_EQ(tablas(), QStringList({"T", "U", "V"}));
+    EXPECT_EQ(otro->Consulta("SELECT UNO FROM V", false).valores[0], QVariant(7));
     Haz("DROP VIEW V");
     Haz("CREATE VIEW V AS SELECT N+1 AS UNO FROM T");
-    EXPECT_EQ(otro.Consulta("SELECT UNO FROM V", false).valores[0], QVariant(8));
+    EXPECT_EQ(otro->Consulta("SELECT UNO FROM V", false).valores[0], QVariant(8));
 }
 
 TEST_F(VariosProcesos, UnaSentenciaQueFallaNoDejaLaBaseTomada)
@@ -215,9 +227,9 @@ TEST_F(VariosProcesos, UnaSentenciaQueFallaNoDejaLaBaseTomada)
     Haz({"CREATE TABLE T (N INT, C nvarchar(3))", "INSERT INTO T VALUES (1,'a')"});
     EXPECT_NE(Fallo("SELECT 1/(N-1) FROM T"), "");
     EXPECT_NE(Fallo("INSERT INTO T SELECT 2 AS N,'larga' AS C FROM T"), "");
-    ProveedorAccess otro(Ruta(), Base::Modo::Existente);
+    const auto otro = Otro();
 
-    EXPECT_EQ(otro.Ejecuta("DROP TABLE T"), 0);
+    EXPECT_EQ(otro->Ejecuta("DROP TABLE T"), 0);
     EXPECT_EQ(Fallo("SELECT N FROM T"), "No se conoce la tabla o consulta T (posición 15)");
 }
 

@@ -41,6 +41,8 @@ class ErrorMdb : public ErrorSql {
     ErrorMdb(Motivo motivo, const QString& frase, const Lugar& lugar = {});
 
     Motivo motivo() const { return motivo_; }
+    /// What happened, without where.
+    const QString& frase() const { return frase_; }
     const Lugar& lugar() const { return lugar_; }
 
     /// The same error with what only the caller knows; what it knew already stays.
