@@ -1,11 +1,11 @@
 #include "data/access/mdb/base_nueva.h"
 #include "data/access/mdb/cabecera.h"
+#include "data/access/mdb/disco.h"
 #include "data/access/mdb/edicion_datos.h"
 #include "data/access/mdb/errores_mdb.h"
 #include "data/access/mdb/mapa.h"
 #include "data/access/mdb/monta_tabla.h"
 #include "data/access/mdb/registro_objetos.h"
-#include <QFile>
 #include <limits>
 
 namespace tolmo::data::access::mdb {
@@ -321,19 +321,21 @@ QByteArray BaseNueva(const QDateTime& creacion)
 
 void CreaBase(const QString& ruta)
 {
-    const auto falla = [&](const QString& porque) {
+    Disco& disco = DiscoDelSistema();
+    bool creado = false;
+    try {
+        const auto fichero = disco.CreaNuevo(ruta);
+        creado = true;
+        const QByteArray bytes = BaseNueva();
+        fichero->Escribe(0, {reinterpret_cast<const quint8*>(bytes.data()),
+                             static_cast<std::size_t>(bytes.size())});
+        fichero->Sincroniza();
+    } catch (const ErrorDeDisco& error) {
+        if (creado)
+            disco.Borra(ruta);
         throw ErrorMdb(Motivo::NoSeAbre,
-                       QStringLiteral("No se puede crear la base de datos: ") + porque,
+                       QStringLiteral("No se puede crear la base de datos: ") + error.Razon(),
                        {.fichero = ruta});
-    };
-    QFile fichero(ruta);
-    if (!fichero.open(QIODevice::WriteOnly | QIODevice::NewOnly))
-        falla(fichero.errorString());
-    const QByteArray bytes = BaseNueva();
-    if (fichero.write(bytes) != bytes.size() || !fichero.flush()) {
-        const QString porque = fichero.errorString();
-        fichero.remove();
-        falla(porque);
     }
 }
 

@@ -1,4 +1,5 @@
 #pragma once
+#include "data/access/mdb/errores_mdb.h"
 #include <QString>
 #include <QtGlobal>
 #include <memory>
@@ -19,6 +20,22 @@ struct EstadoFichero {
     {
         return volumen == otro.volumen && fichero == otro.fichero;
     }
+};
+
+/// What the system says of one of its errors; the usual ones in Spanish.
+QString ErrorDelSistema(int numero);
+
+/// What the system refuses.
+class ErrorDeDisco : public ErrorMdb {
+  public:
+    ErrorDeDisco(Motivo motivo, const QString& frase, const QString& ruta, int numero);
+
+    QString Razon() const { return ErrorDelSistema(numero_); }
+    /// True when another user might be let do it.
+    bool FaltaPermiso() const;
+
+  private:
+    int numero_;
 };
 
 enum class Uso { Leer, LeerYEscribir };
@@ -57,9 +74,11 @@ class Disco {
 
     /// \throws ErrorMdb when it can't be opened for this use
     virtual std::unique_ptr<FicheroDeDisco> Abre(const QString& ruta, Uso uso) = 0;
-    /// Opens for writing, and makes an empty file with the permissions of another one where there
-    /// is none.
+    /// Opens for writing, and makes an empty file where there is none: whoever may use the other
+    /// one may use it too.
     virtual std::unique_ptr<FicheroDeDisco> Crea(const QString& ruta, const QString& modelo) = 0;
+    /// \throws ErrorMdb also when there is one of that name
+    virtual std::unique_ptr<FicheroDeDisco> CreaNuevo(const QString& ruta) = 0;
     virtual std::optional<EstadoFichero> Estado(const QString& ruta) = 0; ///< of what is there
     virtual void Borra(const QString& ruta) = 0; ///< no error where there is none
     virtual void Renombra(const QString& ruta, const QString& nueva) = 0;

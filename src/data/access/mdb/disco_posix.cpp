@@ -1,5 +1,4 @@
 #include "data/access/mdb/disco.h"
-#include "data/access/mdb/errores_mdb.h"
 #include <QFile>
 #include <QFileInfo>
 #include <cerrno>
@@ -12,8 +11,12 @@ namespace {
 
 [[noreturn]] void Falla(Motivo motivo, const QString& frase, const QString& ruta)
 {
-    throw ErrorMdb(motivo, frase + QStringLiteral(": ") + qt_error_string(errno),
-                   {.fichero = ruta});
+    throw ErrorDeDisco(motivo, frase, ruta, errno);
+}
+
+[[noreturn]] void NoExiste(const QString& ruta)
+{
+    throw ErrorMdb(Motivo::NoSeAbre, QStringLiteral("El fichero no existe"), {.fichero = ruta});
 }
 
 template <typename Llamada> auto SinInterrumpir(Llamada llamada)
@@ -138,14 +141,32 @@ class DiscoPosix : public Disco {
   public:
     std::unique_ptr<FicheroDeDisco> Abre(const QString& ruta, Uso uso) override
     {
-        return AbreCon(ruta, uso == Uso::Leer ? O_RDONLY : O_RDWR, 0);
+        const int descriptor = Descriptor(ruta, uso == Uso::Leer ? O_RDONLY : O_RDWR, 0);
+        if (descriptor < 0 && errno == ENOENT)
+            NoExiste(ruta);
+        return Envuelve(descriptor, ruta,
+                        uso == Uso::Leer ? Motivo::NoSeAbre : Motivo::NoSeEscribe);
     }
 
     std::unique_ptr<FicheroDeDisco> Crea(const QString& ruta, const QString& modelo) override
     {
-        struct stat datos {};
-        const bool hayModelo = ::stat(QFile::encodeName(modelo).constData(), &datos) == 0;
-        return AbreCon(ruta, O_RDWR | O_CREAT, hayModelo ? datos.st_mode & 0666 : 0600);
+        // Not both at once: in a folder that everybody may write to, a file of another user would
+        // be refused.
+        int descriptor = Descriptor(ruta, O_RDWR, 0);
+        if (descriptor < 0 && errno == ENOENT) {
+            descriptor = Descriptor(ruta, O_RDWR | O_CREAT | O_EXCL, 0600);
+            if (descriptor >= 0)
+                DaPermisosDe(descriptor, modelo);
+            else if (errno == EEXIST)
+                descriptor = Descriptor(ruta, O_RDWR, 0);
+        }
+        return Envuelve(descriptor, ruta, Motivo::NoSeEscribe);
+    }
+
+    std::unique_ptr<FicheroDeDisco> CreaNuevo(const QString& ruta) override
+    {
+        return Envuelve(Descriptor(ruta, O_RDWR | O_CREAT | O_EXCL, 0666), ruta,
+                        Motivo::NoSeEscribe);
     }
 
     std::optional<EstadoFichero> Estado(const QString& ruta) override
@@ -185,26 +206,88 @@ class DiscoPosix : public Disco {
     }
 
   private:
-    static std::unique_ptr<FicheroDeDisco> AbreCon(const QString& ruta, int marcas, mode_t permisos)
+    static int Descriptor(const QString& ruta, int marcas, mode_t permisos)
     {
         // Without waiting: a pipe of that name has nobody at its other end.
-        const int descriptor = SinInterrumpir([&] {
+        return SinInterrumpir([&] {
             return ::open(QFile::encodeName(ruta).constData(), marcas | O_CLOEXEC | O_NONBLOCK,
                           permisos);
         });
+    }
+
+    /// Whatever the mask of this process, and the owner too where that is allowed.
+    static void DaPermisosDe(int descriptor, const QString& modelo)
+    {
+        struct stat datos {};
+        if (::stat(QFile::encodeName(modelo).constData(), &datos) != 0)
+            return;
+        if (::fchown(descriptor, datos.st_uid, datos.st_gid) != 0) {
+            [[maybe_unused]] const int soloElGrupo =
+                ::fchown(descriptor, static_cast<uid_t>(-1), datos.st_gid);
+        }
+        ::fchmod(descriptor, datos.st_mode & 0666);
+    }
+
+    static std::unique_ptr<FicheroDeDisco> Envuelve(int descriptor, const QString& ruta,
+                                                    Motivo motivo)
+    {
         if (descriptor < 0)
-            Falla(marcas == O_RDONLY || errno == ENOENT ? Motivo::NoSeAbre : Motivo::NoSeEscribe,
-                  QStringLiteral("El fichero no se puede abrir"), ruta);
+            Falla(motivo, QStringLiteral("El fichero no se puede abrir"), ruta);
         auto fichero = std::make_unique<FicheroPosix>(descriptor, ruta);
         struct stat datos {};
         if (::fstat(descriptor, &datos) != 0 || !S_ISREG(datos.st_mode))
-            throw ErrorMdb(Motivo::NoSeAbre, QStringLiteral("El fichero no existe"),
-                           {.fichero = ruta});
+            NoExiste(ruta);
         return fichero;
     }
 };
 
 } // namespace
+
+QString ErrorDelSistema(int numero)
+{
+    switch (numero) {
+    case EACCES:
+    case EPERM:
+        return QStringLiteral("Permiso denegado");
+    case EROFS:
+        return QStringLiteral("El disco es de sólo lectura");
+    case ENOENT:
+        return QStringLiteral("No existe el fichero o la carpeta");
+    case EEXIST:
+        return QStringLiteral("Ya existe");
+    case ENOSPC:
+        return QStringLiteral("No queda sitio en el disco");
+    case EDQUOT:
+        return QStringLiteral("Este usuario ha llegado a su límite de espacio en el disco");
+    case EFBIG:
+        return QStringLiteral("El fichero es demasiado grande para este disco");
+    case EIO:
+        return QStringLiteral("El disco ha fallado");
+    case EMFILE:
+    case ENFILE:
+        return QStringLiteral("Hay demasiados ficheros abiertos");
+    case ENOLCK:
+        return QStringLiteral("El sistema no da más bloqueos");
+    case ETIMEDOUT:
+    case EHOSTDOWN:
+    case EHOSTUNREACH:
+    case ESTALE:
+        return QStringLiteral("El servidor del fichero no responde o ya no lo tiene");
+    default:
+        return qt_error_string(numero);
+    }
+}
+
+ErrorDeDisco::ErrorDeDisco(Motivo motivo, const QString& frase, const QString& ruta, int numero)
+    : ErrorMdb(motivo, frase + QStringLiteral(": ") + ErrorDelSistema(numero), {.fichero = ruta}),
+      numero_(numero)
+{
+}
+
+bool ErrorDeDisco::FaltaPermiso() const
+{
+    return numero_ == EACCES || numero_ == EPERM || numero_ == EROFS;
+}
 
 Disco& DiscoDelSistema()
 {

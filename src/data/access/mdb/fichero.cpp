@@ -1,7 +1,6 @@
 #include "data/access/mdb/fichero.h"
+#include "data/access/mdb/dispositivo_de_fichero.h"
 #include "data/access/mdb/errores_mdb.h"
-#include <QFile>
-#include <QFileInfo>
 #include <algorithm>
 
 namespace tolmo::data::access::mdb {
@@ -28,25 +27,12 @@ void CompruebaQueSeLee(const Cabecera& cabecera, const Apertura& apertura)
                        QStringLiteral("La página de códigos %1 no se admite").arg(codigos));
 }
 
-std::unique_ptr<QIODevice> AbreFichero(const QString& ruta)
-{
-    const Lugar lugar{.fichero = ruta};
-    // Only a plain file: opening a pipe or a device may wait for ever.
-    if (!QFileInfo(ruta).isFile())
-        throw ErrorMdb(Motivo::NoSeAbre, QStringLiteral("El fichero no existe"), lugar);
-    auto fichero = std::make_unique<QFile>(ruta);
-    // Pages are kept here, so a second buffer would only copy them once more.
-    if (!fichero->open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        throw ErrorMdb(Motivo::NoSeAbre,
-                       QStringLiteral("El fichero no se puede abrir: ") + fichero->errorString(),
-                       lugar);
-    return fichero;
-}
-
 } // namespace
 
 FicheroPaginas::FicheroPaginas(const QString& ruta, const Apertura& apertura)
-    : FicheroPaginas(AbreFichero(ruta), ruta, apertura)
+    : FicheroPaginas(
+          std::make_unique<DispositivoDeFichero>(DiscoDelSistema().Abre(ruta, Uso::Leer)), ruta,
+          apertura)
 {
 }
 

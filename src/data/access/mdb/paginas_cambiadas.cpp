@@ -1,17 +1,29 @@
 #include "data/access/mdb/paginas_cambiadas.h"
 #include "data/access/mdb/errores_mdb.h"
+#include <QDir>
+#include <QTemporaryFile>
 #include <algorithm>
+#include <cerrno>
 #include <stdexcept>
 
 namespace tolmo::data::access::mdb {
 namespace {
 
-[[noreturn]] void FallaAparte(const QTemporaryFile& fichero)
+[[noreturn]] void FallaAparte(const QString& porque)
 {
     throw ErrorMdb(Motivo::NoSeEscribe,
-                   QStringLiteral("El fichero temporal de los cambios no se puede usar: ") +
-                       fichero.errorString(),
-                   {.fichero = fichero.fileName()});
+                   QStringLiteral("El fichero temporal de los cambios no se puede usar: ") + porque,
+                   {.fichero = QDir::tempPath()});
+}
+
+/// Runs what reads or writes the temporary file.
+template <typename Tarea> void EnAparte(Tarea&& tarea)
+{
+    try {
+        tarea();
+    } catch (const ErrorDeDisco& error) {
+        FallaAparte(error.Razon());
+    }
 }
 
 } // namespace
@@ -123,10 +135,10 @@ void PaginasCambiadas::Trae(const Referencia& imagen)
     if (imagen->bytes != nullptr)
         return;
     auto bytes = std::make_shared<std::vector<quint8>>(tamPagina_);
-    const qint64 tam = tamPagina_;
-    if (!aparte_->seek(imagen->hueco * tam) ||
-        aparte_->read(reinterpret_cast<char*>(bytes->data()), tam) != tam)
-        FallaAparte(*aparte_);
+    EnAparte([&] {
+        if (aparte_->Lee(SitioDe(*imagen), *bytes) != bytes->size())
+            FallaAparte(QStringLiteral("está cortado"));
+    });
     Anota(imagen);
     imagen->bytes = std::move(bytes);
 }
@@ -144,28 +156,33 @@ void PaginasCambiadas::Aparta()
     // Half of the room has to come free, or the next page would be the next round.
     if (enMemoria_.size() < caben_ / 2)
         return;
-    if (aparte_ == nullptr) {
-        aparte_ = std::make_unique<QTemporaryFile>();
-        if (!aparte_->open())
-            FallaAparte(*aparte_);
-    }
-    const qint64 tam = tamPagina_;
-    for (const auto& debil : enMemoria_) {
-        const Referencia imagen = debil.lock();
-        if (!imagen->guardada) {
+    EnAparte([this] {
+        FicheroDeDisco& aparte = Aparte();
+        for (const auto& debil : enMemoria_) {
+            const Referencia imagen = debil.lock();
+            if (imagen->guardada)
+                continue;
             if (imagen->hueco < 0)
                 imagen->hueco = huecos_++;
-            if (!aparte_->seek(imagen->hueco * tam) ||
-                aparte_->write(reinterpret_cast<const char*>(imagen->bytes->data()), tam) != tam)
-                FallaAparte(*aparte_);
+            aparte.Escribe(SitioDe(*imagen), *imagen->bytes);
             imagen->guardada = true;
         }
-    }
-    if (!aparte_->flush())
-        FallaAparte(*aparte_);
+    });
     for (const auto& debil : enMemoria_)
         debil.lock()->bytes.reset();
     enMemoria_.clear();
+}
+
+FicheroDeDisco& PaginasCambiadas::Aparte()
+{
+    if (aparte_ == nullptr) {
+        // Its name goes at once: nothing of it stays behind, however the program ends.
+        QTemporaryFile nombre;
+        if (!nombre.open())
+            FallaAparte(ErrorDelSistema(errno));
+        aparte_ = DiscoDelSistema().Abre(nombre.fileName(), Uso::LeerYEscribir);
+    }
+    return *aparte_;
 }
 
 } // namespace tolmo::data::access::mdb

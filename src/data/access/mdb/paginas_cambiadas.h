@@ -1,6 +1,6 @@
 #pragma once
+#include "data/access/mdb/disco.h"
 #include "data/access/mdb/paginas.h"
-#include <QTemporaryFile>
 #include <map>
 #include <span>
 
@@ -52,13 +52,15 @@ class PaginasCambiadas {
     void Trae(const Referencia& imagen);
     void Anota(const Referencia& imagen);
     void Aparta();
+    FicheroDeDisco& Aparte();
+    qint64 SitioDe(const Imagen& imagen) const { return imagen.hueco * tamPagina_; }
 
     quint32 tamPagina_;
     std::size_t caben_;
     std::map<quint32, Referencia> paginas_{};
     std::vector<Antes> marcas_{};
     std::vector<std::weak_ptr<Imagen>> enMemoria_{};
-    std::unique_ptr<QTemporaryFile> aparte_{};
+    std::unique_ptr<FicheroDeDisco> aparte_{};
     qint64 huecos_ = 0;
 };
 

@@ -1,4 +1,5 @@
 #include "data/access/mdb/transaccion_paginas.h"
+#include "data/access/mdb/dispositivo_de_fichero.h"
 #include "data/access/mdb/errores_mdb.h"
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -15,27 +16,6 @@ constexpr std::size_t PaginasPorEscritura = 256;
 
 // Within this time of a change, a second one may leave the file's time as it was.
 constexpr qint64 PasoDelReloj = 20'000'000;
-
-/// The file below as a device, for reading pages through the same open file that is locked.
-class DispositivoDeFichero : public QIODevice {
-  public:
-    explicit DispositivoDeFichero(FicheroDeDisco& fichero) : fichero_(fichero)
-    {
-        open(ReadOnly | Unbuffered);
-    }
-    qint64 size() const override { return fichero_.Estado().tam; }
-
-  protected:
-    qint64 readData(char* datos, qint64 tam) override
-    {
-        return static_cast<qint64>(
-            fichero_.Lee(pos(), {reinterpret_cast<quint8*>(datos), static_cast<std::size_t>(tam)}));
-    }
-    qint64 writeData(const char*, qint64) override { return -1; }
-
-  private:
-    FicheroDeDisco& fichero_;
-};
 
 QString SinEnlaces(const QString& ruta)
 {
@@ -85,7 +65,7 @@ TransaccionPaginas::~TransaccionPaginas() = default;
 
 void TransaccionPaginas::Abre()
 {
-    std::unique_ptr<FicheroDeDisco> fichero;
+    std::shared_ptr<FicheroDeDisco> fichero;
     bool soloLectura = false;
     try {
         fichero = disco_.Abre(ruta_, Uso::LeerYEscribir);
@@ -105,7 +85,7 @@ void TransaccionPaginas::Abre()
 
 void TransaccionPaginas::AbreLimpias()
 {
-    limpias_ = std::make_unique<FicheroPaginas>(std::make_unique<DispositivoDeFichero>(*fichero_),
+    limpias_ = std::make_unique<FicheroPaginas>(std::make_unique<DispositivoDeFichero>(fichero_),
                                                 nombre_, apertura_.apertura);
     formato_ = limpias_->formato();
     cambiadas_ = std::make_unique<PaginasCambiadas>(formato_.tamPagina, apertura_.cambios);

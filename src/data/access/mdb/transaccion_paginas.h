@@ -103,7 +103,7 @@ class TransaccionPaginas : public PaginasEscribibles {
     AperturaTransaccion apertura_;
     Disco& disco_;
     Diario diario_;
-    std::unique_ptr<FicheroDeDisco> fichero_{};
+    std::shared_ptr<FicheroDeDisco> fichero_{};
     std::unique_ptr<Candado> candado_{};
     std::unique_ptr<FicheroPaginas> limpias_{};
     Formato formato_{};

@@ -1,8 +1,8 @@
 #pragma once
 #include "data/access/mdb/disco.h"
-#include "data/access/mdb/errores_mdb.h"
 #include <QByteArray>
 #include <QFileInfo>
+#include <cerrno>
 #include <map>
 #include <vector>
 
@@ -75,14 +75,18 @@ class DiscoDePrueba : public Disco {
     std::unique_ptr<FicheroDeDisco> Abre(const QString& ruta, Uso uso) override
     {
         if (soloLectura && uso != Uso::Leer)
-            throw ErrorMdb(Motivo::NoSeEscribe, QStringLiteral("Permiso denegado"),
-                           {.fichero = ruta});
+            throw ErrorDeDisco(Motivo::NoSeEscribe, QStringLiteral("No"), ruta, EACCES);
         return std::make_unique<Fichero>(*this, ruta, real_.Abre(ruta, uso));
     }
     std::unique_ptr<FicheroDeDisco> Crea(const QString& ruta, const QString& modelo) override
     {
         Anota({.tipo = Operacion::Tipo::Crea, .fichero = Nombre(ruta)});
         return std::make_unique<Fichero>(*this, ruta, real_.Crea(ruta, modelo));
+    }
+    std::unique_ptr<FicheroDeDisco> CreaNuevo(const QString& ruta) override
+    {
+        Anota({.tipo = Operacion::Tipo::Crea, .fichero = Nombre(ruta)});
+        return std::make_unique<Fichero>(*this, ruta, real_.CreaNuevo(ruta));
     }
     std::optional<EstadoFichero> Estado(const QString& ruta) override { return real_.Estado(ruta); }
     void Borra(const QString& ruta) override
@@ -142,8 +146,7 @@ class DiscoDePrueba : public Disco {
         bool Bloquea(qint64 desde, qint64 largo, Cerrojo cerrojo) override
         {
             if (disco_.bloqueos++ == disco_.fallaElBloqueo_)
-                throw ErrorMdb(Motivo::NoSeEscribe, QStringLiteral("No quedan bloqueos"),
-                               {.fichero = nombre_});
+                throw ErrorDeDisco(Motivo::NoSeEscribe, QStringLiteral("No"), nombre_, ENOLCK);
             return real_->Bloquea(desde, largo, cerrojo);
         }
         void Desbloquea(qint64 desde, qint64 largo) override { real_->Desbloquea(desde, largo); }
@@ -165,8 +168,8 @@ class DiscoDePrueba : public Disco {
         const std::size_t numero = operaciones.size();
         operaciones.push_back(operacion);
         if (numero == fallaEn_ || (dura_ && numero > fallaEn_))
-            throw ErrorMdb(Motivo::NoSeEscribe, QStringLiteral("No queda sitio en el disco"),
-                           {.fichero = operacion.fichero});
+            throw ErrorDeDisco(Motivo::NoSeEscribe, QStringLiteral("No"), operacion.fichero,
+                               ENOSPC);
     }
 
     Disco& real_ = DiscoDelSistema();

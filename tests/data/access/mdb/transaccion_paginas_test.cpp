@@ -1,8 +1,13 @@
 #include "data/access/mdb/base_de_transaccion.h"
+#include "data/access/mdb/base_nueva.h"
 #include "data/access/mdb/disco_de_prueba.h"
 #include "data/access/mdb/errores_mdb.h"
+#include "data/access/mdb/otras_circunstancias.h"
 #include "data/access/mdb/transaccion_paginas.h"
+#include <QScopeGuard>
+#include <cerrno>
 #include <chrono>
+#include <cstring>
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
@@ -189,6 +194,41 @@ TEST(TransaccionGrande, LosCambiosQueNoCabenEnMemoriaSeConfirmanYSeDeshacenIgual
         ASSERT_EQ(RellenoDe(paginas, numero), byteDe(numero)) << numero;
         ASSERT_EQ(RellenoDe(despues, numero), byteDe(numero)) << numero;
     }
+}
+
+TEST(SinSitio, ParaLosCambiosSeDicePorQue)
+{
+    BaseDeTransaccion base;
+
+    const std::string error = ErrorEnOtroProceso([&] {
+        TransaccionPaginas paginas(base.ruta, {.cambios = 8 * 4096});
+        paginas.Empieza();
+        LimitaLosFicheros(2 * 4096);
+        for (quint32 numero = 10; numero < Paginas2003; ++numero)
+            Rellena(paginas, numero, 0xEE);
+    });
+
+    EXPECT_EQ(
+        error,
+        "El fichero temporal de los cambios no se puede usar: El fichero es demasiado grande para este disco (fichero " +
+            QDir::tempPath().toStdString() + ")");
+}
+
+TEST(SinSitio, ParaUnaBaseNuevaSeDicePorQueYNoQuedaNada)
+{
+    CarpetaDePrueba carpeta;
+    const QString ruta = carpeta.Ruta("nueva.mdb");
+
+    const std::string error = ErrorEnOtroProceso([&] {
+        LimitaLosFicheros(2 * 4096);
+        CreaBase(ruta);
+    });
+
+    EXPECT_EQ(
+        error,
+        "No se puede crear la base de datos: El fichero es demasiado grande para este disco (fichero " +
+            ruta.toStdString() + ")");
+    EXPECT_FALSE(carpeta.Existe("nueva.mdb"));
 }
 
 TEST(TransaccionGrande, ElFicheroNoPasaDeDosGigas)
@@ -440,6 +480,52 @@ TEST_F(TransaccionDePaginas, UnBloqueoQueElSistemaNiegaNoDejaOtrosPuestos)
                   }
               }),
               3U);
+}
+
+TEST(ErrorDelSistema, LosCorrientesSeDicenEnEspanol)
+{
+    EXPECT_EQ(ErrorDelSistema(EACCES), "Permiso denegado");
+    EXPECT_EQ(ErrorDelSistema(EPERM), "Permiso denegado");
+    EXPECT_EQ(ErrorDelSistema(ENOSPC), "No queda sitio en el disco");
+    EXPECT_EQ(ErrorDelSistema(EROFS), "El disco es de sólo lectura");
+    EXPECT_EQ(ErrorDelSistema(EDQUOT),
+              "Este usuario ha llegado a su límite de espacio en el disco");
+    EXPECT_EQ(ErrorDelSistema(EMFILE), "Hay demasiados ficheros abiertos");
+    EXPECT_EQ(ErrorDelSistema(EIO), "El disco ha fallado");
+    EXPECT_EQ(ErrorDelSistema(ELOOP), QString::fromLocal8Bit(std::strerror(ELOOP)));
+}
+
+TEST(DiscoDelSistema, LoQueCreaLoPuedeUsarQuienPuedeUsarElModelo)
+{
+    BaseDeTransaccion base;
+    const mode_t mascara = ::umask(077);
+    const auto repone = qScopeGuard([&] { ::umask(mascara); });
+    for (const mode_t permisos : {0666U, 0640U}) {
+        ASSERT_EQ(::chmod(base.ruta.toLocal8Bit().constData(), permisos), 0);
+        const QString nuevo = base.carpeta.Ruta("nuevo" + QString::number(permisos));
+
+        DiscoDelSistema().Crea(nuevo, base.ruta);
+
+        struct stat datos {};
+        ASSERT_EQ(::stat(nuevo.toLocal8Bit().constData(), &datos), 0);
+        EXPECT_EQ(datos.st_mode & 07777U, permisos);
+    }
+}
+
+TEST(DiscoDelSistema, CreaNoTocaLoQueHayYCreaNuevoLoRechaza)
+{
+    BaseDeTransaccion base;
+    base.carpeta.Escribe("hay", "algo");
+    const QString hay = base.carpeta.Ruta("hay");
+
+    EXPECT_EQ(DiscoDelSistema().Crea(hay, base.ruta)->Estado().tam, 4);
+    try {
+        DiscoDelSistema().CreaNuevo(hay);
+        FAIL() << "it was made again";
+    } catch (const ErrorDeDisco& error) {
+        EXPECT_EQ(error.Razon(), "Ya existe");
+    }
+    EXPECT_EQ(base.carpeta.Lee("hay"), "algo");
 }
 
 } // namespace
