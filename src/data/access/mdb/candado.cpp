@@ -1,6 +1,7 @@
 #include "data/access/mdb/candado.h"
 #include "data/access/mdb/errores_mdb.h"
 #include "data/codificacion.h"
+#include "data/plantilla.h"
 #include <QFileInfo>
 #include <QScopeGuard>
 #include <QSysInfo>
@@ -28,6 +29,12 @@ constexpr std::size_t TamNombre = 32;
 
 constexpr auto Pausa = std::chrono::milliseconds(2);
 
+// clang-format off
+constexpr Plantilla Abierto(u"El fichero está abierto en otro programa{quien}, y mientras tanto sólo se puede leer. Cierre ese programa y repita la operación");
+constexpr Plantilla LdbDeOtroUsuario(u"No se puede escribir en el fichero {ldb}, que dice quién tiene abierta la base de datos: es de otro usuario. Cierre los programas que la usan y bórrelo");
+constexpr Plantilla LdbNoSeCrea(u"No se puede crear el fichero {ldb}, que dice quién tiene abierta la base de datos mientras se escribe en ella: hace falta permiso para escribir en su carpeta");
+// clang-format on
+
 /// A name of an entry, up to its first zero; what could upset a message becomes a blank.
 QString NombreDeEntrada(std::span<const quint8> bytes)
 {
@@ -40,6 +47,24 @@ QString NombreDeEntrada(std::span<const quint8> bytes)
     return nombre.simplified();
 }
 
+/// Who has the first of the places that are taken, as far as his entry tells.
+QString QuienLoTiene(FicheroDeDisco& ldb)
+{
+    const auto byte = ldb.BloqueoAjeno(PrimerUsuario, Usuarios);
+    std::array<quint8, TamEntrada> entrada{};
+    if (byte)
+        ldb.Lee((*byte - PrimerUsuario) * static_cast<qint64>(TamEntrada), entrada);
+    const QString equipo = NombreDeEntrada(std::span(entrada).first(TamNombre));
+    const QString usuario = NombreDeEntrada(std::span(entrada).subspan(TamNombre));
+    QString quien;
+    if (!equipo.isEmpty())
+        quien += QStringLiteral(" (equipo ") + equipo;
+    if (!usuario.isEmpty())
+        quien += (quien.isEmpty() ? QStringLiteral(" (") : QStringLiteral(", ")) +
+                 QStringLiteral("usuario ") + usuario;
+    return quien.isEmpty() ? quien : quien + u')';
+}
+
 void PonNombre(std::span<quint8> hueco, const QString& nombre)
 {
     // One byte less, for the zero at the end.
@@ -48,6 +73,11 @@ void PonNombre(std::span<quint8> hueco, const QString& nombre)
 }
 
 } // namespace
+
+AbiertoEnOtroPrograma::AbiertoEnOtroPrograma(const QString& ruta, const QString& quien)
+    : ErrorMdb(Motivo::EnUso, Abierto({{"quien", quien}}), {.fichero = ruta}), quien_(quien)
+{
+}
 
 QString RutaLdb(const QString& ruta)
 {
@@ -129,47 +159,67 @@ void Candado::EntraAEscribir()
 
 void Candado::TomaLosUsuarios()
 {
-    AbreLdb();
-    if (!ldb_->Bloquea(PrimerUsuario, Usuarios, Cerrojo::Exclusivo)) {
-        const QString quien =
-            QuienLoTiene(*ldb_, ldb_->BloqueoAjeno(PrimerUsuario, Usuarios).value_or(0));
-        ldb_.reset();
-        throw ErrorMdb(Motivo::EnUso,
-                       QStringLiteral("El fichero está abierto en otro programa") + quien +
-                           QStringLiteral(", y mientras tanto sólo se puede leer. Cierre ese "
-                                          "programa y repita la operación"),
-                       {.fichero = ruta_});
+    try {
+        Exige([this] {
+            AbreLdb();
+            usuariosTomados_ = ldb_->Bloquea(PrimerUsuario, Usuarios, Cerrojo::Exclusivo);
+            // The last user of the management program may have taken it away between the steps.
+            if (!EsElDeAhora(*ldb_))
+                return false;
+            if (!usuariosTomados_)
+                throw AbiertoEnOtroPrograma(ruta_, QuienLoTiene(*ldb_));
+            return true;
+        });
+        Anota();
+    } catch (...) {
+        SueltaLosUsuarios();
+        throw;
     }
-    Anota();
 }
 
 void Candado::AbreLdb()
 {
-    // The last user of the management program may take the file away between the two steps.
-    Exige([this] {
-        const bool habia = disco_.Estado(rutaLdb_).has_value();
-        ldb_ = disco_.Crea(rutaLdb_, ruta_);
-        ldbNuestro_ = !habia;
-        const auto ahora = disco_.Estado(rutaLdb_);
-        return ahora && ahora->MismoFichero(ldb_->Estado());
-    });
+    usuariosTomados_ = false;
+    for (bool retirado = false;; retirado = true) {
+        try {
+            ldb_ = disco_.Crea(rutaLdb_, ruta_);
+            return;
+        } catch (const ErrorDeDisco& error) {
+            if (!error.FaltaPermiso())
+                throw;
+            if (retirado || !disco_.Estado(rutaLdb_))
+                throw ErrorMdb(Motivo::NoSeEscribe, LdbNoSeCrea({{"ldb", rutaLdb_}}),
+                               {.fichero = ruta_});
+        }
+        RetiraLdb();
+    }
 }
 
-QString Candado::QuienLoTiene(FicheroDeDisco& ldb, qint64 byte) const
+/// Takes away one that this user may not write to, where nobody uses it.
+void Candado::RetiraLdb() const
 {
-    std::array<quint8, TamEntrada> entrada{};
-    const qint64 numero = byte - PrimerUsuario;
-    if (numero >= 0)
-        ldb.Lee(numero * static_cast<qint64>(TamEntrada), entrada);
-    const QString equipo = NombreDeEntrada(std::span(entrada).first(TamNombre));
-    const QString usuario = NombreDeEntrada(std::span(entrada).subspan(TamNombre));
-    QString quien;
-    if (!equipo.isEmpty())
-        quien += QStringLiteral(" (equipo ") + equipo;
-    if (!usuario.isEmpty())
-        quien += (quien.isEmpty() ? QStringLiteral(" (") : QStringLiteral(", ")) +
-                 QStringLiteral("usuario ") + usuario;
-    return quien.isEmpty() ? quien : quien + u')';
+    std::unique_ptr<FicheroDeDisco> ldb;
+    try {
+        ldb = disco_.Abre(rutaLdb_, Uso::Leer);
+        // Shared ones are all that a reader may have; they keep the others out as well.
+        const bool nadie = ldb->Bloquea(PrimerUsuario, Usuarios, Cerrojo::Compartido);
+        if (nadie && !ldb->BloqueoAjeno(0, 0) && EsElDeAhora(*ldb)) {
+            disco_.Borra(rutaLdb_);
+            return;
+        }
+    } catch (const ErrorMdb&) {
+        if (!disco_.Estado(rutaLdb_))
+            return;
+        throw ErrorMdb(Motivo::NoSeEscribe, LdbDeOtroUsuario({{"ldb", rutaLdb_}}),
+                       {.fichero = ruta_});
+    }
+    throw AbiertoEnOtroPrograma(ruta_, QuienLoTiene(*ldb));
+}
+
+bool Candado::EsElDeAhora(FicheroDeDisco& ldb) const
+{
+    const auto ahora = disco_.Estado(rutaLdb_);
+    return ahora && ahora->MismoFichero(ldb.Estado());
 }
 
 void Candado::Anota()
@@ -177,13 +227,8 @@ void Candado::Anota()
     std::array<quint8, TamEntrada> entrada{};
     PonNombre(std::span(entrada).first(TamNombre), QSysInfo::machineHostName());
     PonNombre(std::span(entrada).subspan(TamNombre), QStringLiteral("Admin"));
-    try {
-        // The first user's, whom others find in their way.
-        ldb_->Escribe(0, entrada);
-    } catch (...) {
-        SueltaLosUsuarios();
-        throw;
-    }
+    // The first user's, whom others find in their way.
+    ldb_->Escribe(0, entrada);
 }
 
 void Candado::SueltaLosUsuarios()
@@ -191,9 +236,10 @@ void Candado::SueltaLosUsuarios()
     if (ldb_ == nullptr)
         return;
     // Taken away while all its bytes are still held: nobody else can be in it.
-    if (ldbNuestro_) {
+    if (std::exchange(usuariosTomados_, false)) {
         try {
-            disco_.Borra(rutaLdb_);
+            if (EsElDeAhora(*ldb_) && !ldb_->BloqueoAjeno(0, 0))
+                disco_.Borra(rutaLdb_);
         } catch (const ErrorMdb&) {
             // One that stays behind without locks means nothing to anybody.
         }

@@ -5,6 +5,18 @@
 
 namespace tolmo::data::access::mdb {
 
+/// A program of Access has the file open.
+class AbiertoEnOtroPrograma : public ErrorMdb {
+  public:
+    AbiertoEnOtroPrograma(const QString& ruta, const QString& quien);
+
+    /// " (equipo CAJA1, usuario Admin)"; empty where it isn't known
+    const QString& Quien() const { return quien_; }
+
+  private:
+    QString quien_;
+};
+
 /// Who may read and write a file at a moment.
 ///
 /// Programs of Access show themselves in the lock file beside the database (NAME.ldb): each holds
@@ -36,8 +48,9 @@ class Candado {
     /// Waits until no other of this program has a transaction that writes.
     /// \throws ErrorMdb with Motivo::EnUso when the wait was too long
     void EntraAEscribir();
-    /// Takes the places of all users in the lock file, which is made where it is missing.
-    /// \throws ErrorMdb with Motivo::EnUso that tells who has the file open
+    /// Takes the places of all users in the lock file, which is made where it is missing, and goes
+    /// at the end: nobody else can be in it, so that one of a program that was killed goes too.
+    /// \throws AbiertoEnOtroPrograma
     void TomaLosUsuarios();
     /// Waits until nobody of this program reads, and keeps others from it.
     void CierraALectores();
@@ -48,7 +61,8 @@ class Candado {
     bool Espera(const std::function<bool()>& intenta);
     void Exige(const std::function<bool()>& intenta);
     void AbreLdb();
-    QString QuienLoTiene(FicheroDeDisco& ldb, qint64 byte) const;
+    void RetiraLdb() const;
+    bool EsElDeAhora(FicheroDeDisco& ldb) const;
     void Anota();
     void SueltaLosUsuarios();
 
@@ -58,7 +72,7 @@ class Candado {
     std::chrono::milliseconds espera_;
     QString rutaLdb_{};
     std::unique_ptr<FicheroDeDisco> ldb_{};
-    bool ldbNuestro_ = false;
+    bool usuariosTomados_ = false;
     bool lectoresFuera_ = false;
 };
 

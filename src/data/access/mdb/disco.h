@@ -62,7 +62,7 @@ class FicheroDeDisco {
     /// \throws ErrorMdb when the place of the file knows no locks or this object may not have it
     virtual bool Bloquea(qint64 desde, qint64 largo, Cerrojo cerrojo) = 0;
     virtual void Desbloquea(qint64 desde, qint64 largo) = 0;
-    /// The first of the bytes that somebody else has locked.
+    /// The first of the bytes that somebody else has locked; with length 0, of all that follow.
     virtual std::optional<qint64> BloqueoAjeno(qint64 desde, qint64 largo) = 0;
 };
 

@@ -1,12 +1,15 @@
 #include "data/access/mdb/base_de_transaccion.h"
 #include "data/access/mdb/candado.h"
+#include "data/access/mdb/disco_de_prueba.h"
 #include "data/access/mdb/errores_mdb.h"
 #include "data/access/mdb/gestion_abierta.h"
+#include "data/access/mdb/otras_circunstancias.h"
 #include <QSysInfo>
 #include <chrono>
 #include <gmock/gmock.h>
 #include <random>
 #include <set>
+#include <sys/stat.h>
 #include <thread>
 
 using namespace tolmo::data::access::mdb;
@@ -98,18 +101,169 @@ TEST_F(FicheroDeBloqueo, LosNombresSeLimpianDeLoQueNoSeImprime)
     EXPECT_THAT(Negativa(), HasSubstr("(equipo CA [2J JA, usuario José)"));
 }
 
-TEST_F(FicheroDeBloqueo, UnoViejoSinBloqueosNoSignificaNadaYNoSeBorra)
+TEST_F(FicheroDeBloqueo, UnoViejoSinBloqueosNoSignificaNadaYSeRetiraAlAcabar)
 {
     base_.carpeta.Escribe("prueba.ldb",
                           EntradaDeUsuario("CAJA1", "Admin") + EntradaDeUsuario("CAJA2", "Admin"));
 
     paginas_.Empieza();
+    EXPECT_EQ(base_.carpeta.Lee("prueba.ldb").mid(64), EntradaDeUsuario("CAJA2", "Admin"));
     Rellena(paginas_, Una, 0x77);
     paginas_.Confirma();
 
     EXPECT_EQ(base_.Bytes()[Una * 4096 + 100], '\x77');
-    EXPECT_EQ(base_.carpeta.Lee("prueba.ldb").size(), 128);
-    EXPECT_EQ(base_.carpeta.Lee("prueba.ldb").mid(64), EntradaDeUsuario("CAJA2", "Admin"));
+    EXPECT_FALSE(base_.carpeta.Existe("prueba.ldb"));
+}
+
+TEST_F(FicheroDeBloqueo, ElDeUnProcesoQueMurioLoRetiraElSiguienteQueEscribe)
+{
+    OtroProceso muerto([&](const auto& avisa, const auto& espera) {
+        TransaccionPaginas suyas(base_.ruta);
+        suyas.Empieza();
+        avisa();
+        espera();
+    });
+    muerto.EsperaSuAviso();
+    muerto.Mata();
+    ASSERT_TRUE(base_.carpeta.Existe("prueba.ldb"));
+
+    paginas_.Empieza();
+    paginas_.Deshace();
+
+    EXPECT_FALSE(base_.carpeta.Existe("prueba.ldb"));
+}
+
+TEST_F(FicheroDeBloqueo, NoSeRetiraSiAlguienTieneEnElCualquierBloqueo)
+{
+    base_.carpeta.Escribe("prueba.ldb", {});
+    const auto otro = DiscoDelSistema().Abre(ldb_, Uso::LeerYEscribir);
+    ASSERT_TRUE(otro->Bloquea(0x20000001, 1, Cerrojo::Compartido));
+
+    paginas_.Empieza();
+    paginas_.Deshace();
+
+    EXPECT_TRUE(base_.carpeta.Existe("prueba.ldb"));
+}
+
+TEST_F(FicheroDeBloqueo, SiOtroPoneUnoNuevoEntretantoCuentaElNuevo)
+{
+    base_.carpeta.Escribe("prueba.ldb", {});
+    std::unique_ptr<FicheroDeDisco> otro;
+    DiscoDePrueba disco;
+    // The last user of the management program leaves, and the next one comes.
+    disco.antesDeBloquear = [&](const QString& nombre) {
+        if (nombre != u"prueba.ldb" || otro != nullptr)
+            return;
+        QFile::remove(ldb_);
+        base_.carpeta.Escribe("prueba.ldb", EntradaDeUsuario("CAJA2", "Admin"));
+        otro = DiscoDelSistema().Abre(ldb_, Uso::LeerYEscribir);
+        ASSERT_TRUE(otro->Bloquea(0x10000001, 1, Cerrojo::Exclusivo));
+    };
+    TransaccionPaginas paginas(base_.ruta, {.espera = 1s, .disco = &disco});
+
+    try {
+        paginas.Empieza();
+        FAIL() << "it is written beside another";
+    } catch (const ErrorMdb& error) {
+        EXPECT_THAT(error.Descripcion().toStdString(), HasSubstr("equipo CAJA2"));
+    }
+    EXPECT_TRUE(base_.carpeta.Existe("prueba.ldb"));
+}
+
+/// A lock file, or its folder, that this user may not write to.
+class BloqueoDeOtroUsuario : public testing::Test {
+  protected:
+    BloqueoDeOtroUsuario()
+    {
+        Permite(base_.ruta, 0666);
+        Permite(base_.carpeta.Ruta(), 0777);
+    }
+    ~BloqueoDeOtroUsuario() override { Permite(base_.carpeta.Ruta(), 0777); }
+
+    static void Permite(const QString& ruta, mode_t permisos)
+    {
+        if (::chmod(ruta.toLocal8Bit().constData(), permisos) != 0)
+            throw std::runtime_error("no permissions");
+    }
+    /// Two users, of whom the second one may have the file open.
+    void PonLdb(mode_t permisos) const
+    {
+        base_.carpeta.Escribe("prueba.ldb", EntradaDeUsuario("CAJA1", "Admin") +
+                                                EntradaDeUsuario("CAJA2", "Pepe"));
+        Permite(base_.carpeta.Ruta("prueba.ldb"), permisos);
+    }
+    std::string ErrorAlEscribir() const
+    {
+        return ErrorEnOtroProceso([this] {
+            DejaDeSerAdministrador();
+            TransaccionPaginas paginas(base_.ruta, {.espera = 0ms});
+            paginas.Empieza();
+            Rellena(paginas, Una, 0x77);
+            paginas.Confirma();
+        });
+    }
+    std::string ConElFichero(const std::string& frase) const
+    {
+        return frase + " (fichero " + base_.ruta.toStdString() + ")";
+    }
+    std::string Ldb() const { return base_.carpeta.Ruta("prueba.ldb").toStdString(); }
+    bool Escrito() const { return base_.Bytes()[Una * 4096 + 100] == '\x77'; }
+
+    BaseDeTransaccion base_{};
+};
+
+TEST_F(BloqueoDeOtroUsuario, SinBloqueosSeRetiraYSeEscribe)
+{
+    PonLdb(0444);
+
+    EXPECT_EQ(ErrorAlEscribir(), "");
+
+    EXPECT_TRUE(Escrito());
+    EXPECT_FALSE(base_.carpeta.Existe("prueba.ldb"));
+}
+
+TEST_F(BloqueoDeOtroUsuario, SiAlguienTieneElFicheroAbiertoSeDiceQuien)
+{
+    PonLdb(0444);
+    const auto otro = DiscoDelSistema().Crea(base_.carpeta.Ruta("prueba.ldb"), base_.ruta);
+    for (const Cerrojo cerrojo : {Cerrojo::Exclusivo, Cerrojo::Compartido}) {
+        ASSERT_TRUE(otro->Bloquea(0x10000002, 1, cerrojo));
+
+        EXPECT_EQ(
+            ErrorAlEscribir(),
+            ConElFichero(
+                "El fichero está abierto en otro programa (equipo CAJA2, usuario Pepe), y mientras tanto sólo se puede leer. Cierre ese programa y repita la operación"));
+    }
+    EXPECT_FALSE(Escrito());
+    EXPECT_TRUE(base_.carpeta.Existe("prueba.ldb"));
+}
+
+TEST_F(BloqueoDeOtroUsuario, SiNoSeSabeONoSePuedeRetirarSeDiceQueHacer)
+{
+    const std::string frase = ConElFichero(
+        "No se puede escribir en el fichero " + Ldb() +
+        ", que dice quién tiene abierta la base de datos: es de otro usuario. Cierre los programas que la usan y bórrelo");
+
+    PonLdb(0000);
+    EXPECT_EQ(ErrorAlEscribir(), frase) << "not to be read";
+    EXPECT_TRUE(base_.carpeta.Existe("prueba.ldb"));
+
+    Permite(base_.carpeta.Ruta("prueba.ldb"), 0444);
+    Permite(base_.carpeta.Ruta(), 0555);
+    EXPECT_EQ(ErrorAlEscribir(), frase) << "not to be taken away";
+    EXPECT_FALSE(Escrito());
+}
+
+TEST_F(BloqueoDeOtroUsuario, SiLaCarpetaNoSePuedeEscribirSeDiceParaQueHaceFalta)
+{
+    Permite(base_.carpeta.Ruta(), 0555);
+
+    EXPECT_EQ(
+        ErrorAlEscribir(),
+        ConElFichero(
+            "No se puede crear el fichero " + Ldb() +
+            ", que dice quién tiene abierta la base de datos mientras se escribe en ella: hace falta permiso para escribir en su carpeta"));
+    EXPECT_FALSE(Escrito());
 }
 
 TEST_F(FicheroDeBloqueo, MientrasSeEscribeSeVeUnUsuarioYNoEntraOtro)

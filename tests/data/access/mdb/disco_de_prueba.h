@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QFileInfo>
 #include <cerrno>
+#include <functional>
 #include <map>
 #include <vector>
 
@@ -67,6 +68,9 @@ class DiscoDePrueba : public Disco {
         dura_ = dura;
     }
     void Arregla() { fallaEn_ = Nunca; }
+
+    /// What others do just before a lock is asked for.
+    std::function<void(const QString& nombre)> antesDeBloquear = [](const QString&) {};
 
     std::size_t bloqueos = 0;
     /// Refuses the lock of this number, as a system that has no room for more of them.
@@ -145,6 +149,7 @@ class DiscoDePrueba : public Disco {
         }
         bool Bloquea(qint64 desde, qint64 largo, Cerrojo cerrojo) override
         {
+            disco_.antesDeBloquear(nombre_);
             if (disco_.bloqueos++ == disco_.fallaElBloqueo_)
                 throw ErrorDeDisco(Motivo::NoSeEscribe, QStringLiteral("No"), nombre_, ENOLCK);
             return real_->Bloquea(desde, largo, cerrojo);
