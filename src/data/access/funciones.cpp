@@ -1,4 +1,5 @@
 #include "data/access/funciones.h"
+#include "data/access/decimales.h"
 #include "data/valores.h"
 #include <algorithm>
 #include <cmath>
@@ -243,7 +244,8 @@ double AjustaNumero(double numero, Tipo tipo)
     else if (tipo == Tipo::Moneda)
         ajustado = RedondeaPar(numero, 4);
     else if (tipo == Tipo::Simple)
-        ajustado = QString::number(numero, 'g', 7).toDouble();
+        ajustado = CabeEnSimple(numero) ? DecimalDeSimple(static_cast<float>(numero))
+                                        : std::numeric_limits<double>::infinity();
     const Rango rango = RangoDe(tipo);
     if (!(ajustado >= rango.menor && ajustado <= rango.mayor))
         throw ErrorFuncion(QStringLiteral("Desbordamiento: %1").arg(data::Texto(numero)));

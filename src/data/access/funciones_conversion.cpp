@@ -42,6 +42,16 @@ void FechaATexto(Argumentos& a)
     a.Devuelve(momento ? TextoMomento(*momento) : a.Texto(0));
 }
 
+// The digits that a text shows of a single; a whole number shows all of its own.
+void DigitosDeSimple(Argumentos& a)
+{
+    const double numero = a.Numero(0);
+    if (std::trunc(numero) == numero)
+        a.DevuelveArgumento(0);
+    else
+        a.Devuelve(data::Texto(Valor(static_cast<float>(numero))).toDouble());
+}
+
 // The number that a value reads as, Null for one that doesn't: it equals nothing.
 void Numero(Argumentos& a)
 {
@@ -237,6 +247,7 @@ const FuncionSql Funciones[] = {
     {"kov_prefijo_desde", 1, true, PrefijoDesde},
     {"kov_prefijo_hasta", 1, true, PrefijoHasta},
     {"kov_texto", 1, true, ATexto},
+    {"kov_simple", 1, true, DigitosDeSimple},
     {"kov_fecha_texto", 1, true, FechaATexto},
     {"kov_numero", 1, true, Numero},
     {"kov_numero_exigido", 1, true, NumeroExigido},

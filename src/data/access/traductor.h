@@ -174,6 +174,8 @@ class Traductor {
 Trozo AValor(const Trozo& trozo);
 Trozo ATexto(const Trozo& trozo);
 Trozo ANumero(const Trozo& trozo);
+/// A number with no more digits than a text of its kind shows.
+Trozo ConSusDigitos(const Trozo& numero);
 QString ACondicion(const Trozo& trozo);
 Trozo AlTipo(const Trozo& trozo, Tipo tipo);
 /// What goes into a column: converted, checked for width and range.

@@ -46,13 +46,20 @@ Trozo AValor(const Trozo& trozo)
     return Nuevo(QStringLiteral("(-(%1))").arg(trozo.sql), Tipo::Corto);
 }
 
+Trozo ConSusDigitos(const Trozo& numero)
+{
+    return numero.tipo == Tipo::Simple
+               ? Envuelto(QStringLiteral("kov_simple"), numero, Tipo::Simple)
+               : numero;
+}
+
 Trozo ATexto(const Trozo& trozo)
 {
     if (EsTexto(trozo.tipo) || trozo.tipo == Tipo::Nulo)
         return trozo;
     if (trozo.tipo == Tipo::Fecha)
         return Envuelto(QStringLiteral("kov_fecha_texto"), trozo, Tipo::Texto);
-    return Envuelto(QStringLiteral("kov_texto"), AValor(trozo), Tipo::Texto);
+    return Envuelto(QStringLiteral("kov_texto"), ConSusDigitos(AValor(trozo)), Tipo::Texto);
 }
 
 Trozo ANumero(const Trozo& trozo)

@@ -7,8 +7,8 @@ namespace tolmo::data::access {
 namespace {
 
 /// A function that is a call of one of the engine's. `argumentos` has a letter for each argument,
-/// of which the first `minimo` are needed: t text, n number, f date, v as it stands. `delante`
-/// goes before them.
+/// of which the first `minimo` are needed: t text, n number, d the digits of a number, f date, v as
+/// it stands. `delante` goes before them.
 struct Ficha {
     const char* funcion;
     const char* argumentos;
@@ -37,7 +37,7 @@ const QHash<QString, Ficha>& Catalogo()
         {"ASC", {"kov_asc", "t", 1, Tipo::Corto}},
         {"CHR", {"kov_chr", "n", 1, Tipo::Texto}},
         {"VAL", {"kov_val", "t", 1, Tipo::Doble}},
-        {"STR", {"kov_str", "n", 1, Tipo::Texto}},
+        {"STR", {"kov_str", "d", 1, Tipo::Texto}},
         {"FORMAT", {"kov_format", "vtnn", 1, Tipo::Texto}},
         {"INT", {"kov_int", "n", 1, Tipo::Nulo}},
         {"FIX", {"kov_fix", "n", 1, Tipo::Nulo}},
@@ -94,6 +94,8 @@ QString Argumento(char letra, const Trozo& trozo)
         return ATexto(trozo).sql;
     case 'n':
         return ANumero(trozo).sql;
+    case 'd':
+        return ConSusDigitos(ANumero(trozo)).sql;
     default:
         return AValor(trozo).sql;
     }

@@ -1,5 +1,6 @@
 #include "data/access/valores_mdb.h"
 #include "data/access/base.h"
+#include "data/access/decimales.h"
 #include "data/access/errores_access.h"
 #include "data/access/fechas.h"
 #include "data/access/mdb/clave_texto.h"
@@ -106,7 +107,7 @@ template <class Destino> void EntregaEn(const Destino& destino, const Dato& dato
             else
                 d.Pon(static_cast<double>(moneda.diezmilesimas) / PartesDeMoneda);
         }
-        void operator()(float numero) const { d.Pon(static_cast<double>(numero)); }
+        void operator()(float numero) const { d.Pon(DecimalDeSimple(numero)); }
         void operator()(double numero) const { d.Pon(numero); }
         void operator()(const mdb::Fecha& fecha) const { d.Pon(Iso(DesdeSerie(fecha.dias))); }
         void operator()(const mdb::Guid& guid) const { d.Pon(TextoDeGuid(guid)); }
@@ -138,6 +139,15 @@ std::optional<double> SerieDe(sqlite3_value* valor)
         return sqlite3_value_double(valor);
     const auto momento = LeeIso(Bytes(valor));
     return momento ? std::optional(Serie(*momento)) : std::nullopt;
+}
+
+/// The nearest single; beyond the largest one, the infinite one.
+float ASimple(double numero)
+{
+    if (CabeEnSimple(numero))
+        return static_cast<float>(numero);
+    return std::copysign(std::numeric_limits<float>::infinity(),
+                         static_cast<float>(numero > 0 ? 1 : -1));
 }
 
 qint64 AEntero(double numero)
@@ -238,7 +248,7 @@ Dato DatoDe(sqlite3_value* valor, const mdb::Columna& columna)
     case TipoColumna::Moneda:
         return mdb::Moneda{AEntero(std::nearbyint(sqlite3_value_double(valor) * PartesDeMoneda))};
     case TipoColumna::Simple:
-        return static_cast<float>(sqlite3_value_double(valor));
+        return ASimple(sqlite3_value_double(valor));
     case TipoColumna::Doble:
         return sqlite3_value_double(valor);
     case TipoColumna::Numerico:
@@ -308,8 +318,7 @@ std::optional<Margen> MargenDe(sqlite3_value* valor, const mdb::Columna& columna
         const double paso = std::max(std::abs(numero) * 1e-6, 1e-30);
         if (columna.tipo == TipoColumna::Doble)
             return Margen{.desde = numero - paso, .hasta = numero + paso};
-        return Margen{.desde = static_cast<float>(numero - paso),
-                      .hasta = static_cast<float>(numero + paso)};
+        return Margen{.desde = ASimple(numero - paso), .hasta = ASimple(numero + paso)};
     }
     case TipoColumna::Moneda: {
         const double partes = numero * PartesDeMoneda;
