@@ -1,6 +1,7 @@
 #include "data/access/mdb/transaccion_paginas.h"
 #include "data/access/mdb/dispositivo_de_fichero.h"
 #include "data/access/mdb/errores_mdb.h"
+#include "data/plantilla.h"
 #include <QFileInfo>
 #include <QScopeGuard>
 #include <algorithm>
@@ -16,6 +17,12 @@ constexpr std::size_t PaginasPorEscritura = 256;
 
 // Within this time of a change, a second one may leave the file's time as it was.
 constexpr qint64 PasoDelReloj = 20'000'000;
+
+// clang-format off
+constexpr Plantilla AMediasYAbierto(u"Un guardado de este programa se interrumpió, y el fichero no se puede leer hasta que se deshaga. Ahora no se puede deshacer, porque está abierto en otro programa{quien}: cierre ese programa y repita la operación");
+constexpr Plantilla AMediasSinPermiso(u"Un guardado de este programa se interrumpió, y el fichero no se puede leer hasta que se deshaga. No hay permiso para escribir en él: ábralo una vez con un usuario que pueda escribir");
+constexpr Plantilla AMediasYNoSeDeshace(u"Un guardado de este programa se interrumpió, y el fichero no se puede leer hasta que se deshaga. No se ha podido deshacer: {porque}");
+// clang-format on
 
 QString SinEnlaces(const QString& ruta)
 {
@@ -54,9 +61,7 @@ TransaccionPaginas::TransaccionPaginas(const QString& ruta, const AperturaTransa
       diario_(disco_, ruta_)
 {
     Abre();
-    if (diario_.Existe())
-        ReponSiSePuede();
-    ConElFicheroDeAhora([this] { candado_->EntraALeer(); });
+    EntraALeer();
     AbreLimpias();
     candado_->SaleDeLeer();
 }
@@ -199,7 +204,18 @@ quint32 TransaccionPaginas::Alarga()
 
 void TransaccionPaginas::EntraALeer()
 {
-    ConElFicheroDeAhora([this] { candado_->EntraALeer(); });
+    const auto entra = [this] { ConElFicheroDeAhora([this] { candado_->EntraALeer(); }); };
+    entra();
+    // Whoever writes keeps readers out, so a journal that is there now was left behind.
+    if (!diario_.Existe())
+        return;
+    if (soloLectura_ && !HayGuardadoAMedias())
+        return;
+    candado_->SaleDeLeer();
+    if (soloLectura_)
+        throw ErrorMdb(Motivo::NoSeEscribe, AMediasSinPermiso(), {.fichero = nombre_});
+    ReponSiSePuede();
+    entra();
 }
 
 bool TransaccionPaginas::EmpiezaLectura()
@@ -210,14 +226,7 @@ bool TransaccionPaginas::EmpiezaLectura()
     }
     EntraALeer();
     try {
-        bool cambiado = Refresca();
-        // Whoever writes keeps readers out, so a journal that is there now was left behind.
-        if (cambiado && diario_.Existe()) {
-            candado_->SaleDeLeer();
-            ReponSiSePuede();
-            EntraALeer();
-            Refresca();
-        }
+        const bool cambiado = Refresca();
         ++lecturas_;
         return cambiado;
     } catch (...) {
@@ -239,7 +248,23 @@ void TransaccionPaginas::EntraAEscribir()
                        QStringLiteral("No hay permiso para escribir en el fichero"),
                        {.fichero = nombre_});
     ConElFicheroDeAhora([this] { candado_->EntraAEscribir(); });
-    candado_->TomaLosUsuarios();
+    try {
+        candado_->TomaLosUsuarios();
+    } catch (const AbiertoEnOtroPrograma& error) {
+        if (!HayGuardadoAMedias())
+            throw;
+        throw ErrorMdb(Motivo::EnUso, AMediasYAbierto({{"quien", error.Quien()}}),
+                       {.fichero = nombre_});
+    }
+}
+
+bool TransaccionPaginas::HayGuardadoAMedias() const
+{
+    try {
+        return diario_.Completo();
+    } catch (const ErrorMdb&) {
+        return true;
+    }
 }
 
 void TransaccionPaginas::Repon()
@@ -257,10 +282,12 @@ void TransaccionPaginas::ReponSiSePuede()
     try {
         EntraAEscribir();
         Repon();
-    } catch (const ErrorMdb&) {
-        // One that isn't whole says nothing about the file.
-        if (diario_.Completo())
+    } catch (const ErrorMdb& error) {
+        if (!HayGuardadoAMedias())
+            return;
+        if (error.motivo() == Motivo::EnUso)
             throw;
+        throw ErrorMdb(error.motivo(), AMediasYNoSeDeshace({{"porque", error.Descripcion()}}));
     }
 }
 

@@ -86,7 +86,10 @@ class TransaccionPaginas : public PaginasEscribibles {
     void ConElFicheroDeAhora(const std::function<void()>& bloquea);
     Huella TomaHuella();
     void Recuerda(const Huella& huella);
+    /// Takes back first what was left half written.
     void EntraALeer();
+    /// A journal that isn't whole says nothing about the file; one that can't be read may be whole.
+    bool HayGuardadoAMedias() const;
     void Repon();
     void ReponSiSePuede();
     void EntraAEscribir();

@@ -1,12 +1,14 @@
 #include "data/access/mdb/comprobacion.h"
 #include "data/access/mdb/diario.h"
 #include "data/access/mdb/errores_mdb.h"
+#include "data/access/mdb/gestion_abierta.h"
 #include "data/access/mdb/historia_de_prueba.h"
 #include "data/access/mdb/tabla_escribible.h"
 #include <QProcess>
 #include <gmock/gmock.h>
 
 using namespace tolmo::data::access::mdb;
+using namespace std::chrono_literals;
 using testing::HasSubstr;
 using Tipo = Operacion::Tipo;
 
@@ -313,28 +315,122 @@ TEST(DiarioDeBase, NoSeReponeEnUnaCopiaAnterior)
     EXPECT_TRUE(sitio.Existe(NombreDiario + ".ajeno"));
 }
 
-TEST(DiarioDeBase, MientrasOtroProgramaTieneLaBaseNoSeReponeNiSeLee)
-{
-    const Carpeta caida = CaidaConDiario();
-    CarpetaDePrueba sitio;
-    PonEn(sitio, caida);
-    sitio.Escribe("prueba.ldb", QByteArray("CAJA1").leftJustified(32, '\0') +
-                                    QByteArray("Admin").leftJustified(32, '\0'));
-    auto ldb = DiscoDelSistema().Abre(sitio.Ruta("prueba.ldb"), Uso::LeerYEscribir);
-    ASSERT_TRUE(ldb->Bloquea(0x10000001, 1, Cerrojo::Exclusivo));
+/// The folder of a company whose program was killed while it saved.
+class GuardadoInterrumpido : public testing::Test {
+  protected:
+    GuardadoInterrumpido() { sitio_.Escribe(NombreBase, LaHistoria().estados[1]); }
 
-    try {
-        TransaccionPaginas paginas(sitio.Ruta(NombreBase));
-        FAIL() << "half a commit is read";
-    } catch (const ErrorMdb& error) {
-        EXPECT_EQ(error.motivo(), Motivo::EnUso);
-        EXPECT_THAT(error.Descripcion().toStdString(), HasSubstr("equipo CAJA1"));
+    void Cae() const { PonEn(sitio_, caida_); }
+    std::string ErrorDe(Motivo motivo, const std::function<void()>& tarea) const
+    {
+        try {
+            tarea();
+        } catch (const ErrorMdb& error) {
+            EXPECT_EQ(error.motivo(), motivo);
+            EXPECT_EQ(sitio_.Lee(NombreBase), caida_.at(NombreBase));
+            return error.Descripcion().toStdString();
+        }
+        ADD_FAILURE() << "half a commit is read";
+        return {};
     }
-    EXPECT_EQ(sitio.Lee(NombreBase), caida.at(NombreBase));
+    std::string ErrorAlAbrir(Motivo motivo, Disco* disco = nullptr) const
+    {
+        return ErrorDe(motivo, [&] { TransaccionPaginas(ruta_, {.espera = 0ms, .disco = disco}); });
+    }
+    std::string EsteFichero() const { return " (fichero " + ruta_.toStdString() + ")"; }
+    void EsperaRepuesta() const
+    {
+        EXPECT_EQ(SinMarcas(sitio_.Lee(NombreBase)), SinMarcas(LaHistoria().estados[1]));
+        EXPECT_FALSE(sitio_.Existe(NombreDiario));
+    }
+
+    CarpetaDePrueba sitio_{};
+    const QString ruta_ = sitio_.Ruta(NombreBase);
+    const Carpeta caida_ = CaidaConDiario();
+};
+
+TEST_F(GuardadoInterrumpido, MientrasOtroProgramaTieneLaBaseNoSeReponeNiSeLee)
+{
+    TransaccionPaginas yaAbierta(ruta_, {.espera = 0ms});
+    Cae();
+    sitio_.Escribe("prueba.ldb", EntradaDeUsuario("CAJA1", "Admin"));
+    auto ldb = DiscoDelSistema().Abre(sitio_.Ruta("prueba.ldb"), Uso::LeerYEscribir);
+    ASSERT_TRUE(ldb->Bloquea(0x10000001, 1, Cerrojo::Exclusivo));
+    const std::string frase =
+        "Un guardado de este programa se interrumpió, y el fichero no se puede leer hasta que se deshaga. Ahora no se puede deshacer, porque está abierto en otro programa (equipo CAJA1, usuario Admin): cierre ese programa y repita la operación" +
+        EsteFichero();
+
+    EXPECT_EQ(ErrorAlAbrir(Motivo::EnUso), frase);
+    for (int vez = 0; vez < 2; ++vez)
+        EXPECT_EQ(ErrorDe(Motivo::EnUso, [&] { yaAbierta.EmpiezaLectura(); }), frase) << vez;
+    EXPECT_EQ(ErrorDe(Motivo::EnUso, [&] { yaAbierta.Empieza(); }), frase);
 
     ldb.reset();
-    TransaccionPaginas paginas(sitio.Ruta(NombreBase));
-    EXPECT_EQ(SinMarcas(sitio.Lee(NombreBase)), SinMarcas(LaHistoria().estados[1]));
+    const LecturaDePaginas lectura(yaAbierta);
+    EsperaRepuesta();
+}
+
+TEST_F(GuardadoInterrumpido, QuienNoPuedeEscribirNoLaLee)
+{
+    DiscoDePrueba disco;
+    disco.soloLectura = true;
+    TransaccionPaginas yaAbierta(ruta_, {.disco = &disco});
+    Cae();
+    const std::string frase =
+        "Un guardado de este programa se interrumpió, y el fichero no se puede leer hasta que se deshaga. No hay permiso para escribir en él: ábralo una vez con un usuario que pueda escribir" +
+        EsteFichero();
+
+    EXPECT_EQ(ErrorAlAbrir(Motivo::NoSeEscribe, &disco), frase);
+    for (int vez = 0; vez < 2; ++vez)
+        EXPECT_EQ(ErrorDe(Motivo::NoSeEscribe, [&] { yaAbierta.EmpiezaLectura(); }), frase) << vez;
+
+    TransaccionPaginas deQuienPuede(ruta_);
+    const LecturaDePaginas lectura(yaAbierta);
+    EsperaRepuesta();
+}
+
+TEST_F(GuardadoInterrumpido, UnoCortadoNoImpideLeerAQuienNoPuedeEscribir)
+{
+    Cae();
+    sitio_.Escribe(NombreDiario, caida_.at(NombreDiario).left(1000));
+    DiscoDePrueba disco;
+    disco.soloLectura = true;
+
+    TransaccionPaginas paginas(ruta_, {.disco = &disco});
+    const LecturaDePaginas lectura(paginas);
+
+    EXPECT_EQ(paginas.Cuantas(), caida_.at(NombreBase).size() / TamPagina);
+}
+
+TEST_F(GuardadoInterrumpido, SiNoSePuedeDeshacerSeDicePorQue)
+{
+    Cae();
+    DiscoDePrueba disco;
+    disco.FallaEn(0, true);
+
+    EXPECT_EQ(
+        ErrorAlAbrir(Motivo::NoSeEscribe, &disco),
+        "Un guardado de este programa se interrumpió, y el fichero no se puede leer hasta que se deshaga. No se ha podido deshacer: No se puede escribir: No queda sitio en el disco (fichero prueba.ldb)");
+
+    disco.Arregla();
+    TransaccionPaginas paginas(ruta_, {.disco = &disco});
+    EsperaRepuesta();
+}
+
+TEST_F(GuardadoInterrumpido, ElDeQuienSigueEscribiendoNoEsUnoDeEsos)
+{
+    Cae();
+    const auto fichero = DiscoDelSistema().Abre(ruta_, Uso::LeerYEscribir);
+    Candado suyo(DiscoDelSistema(), *fichero, ruta_, 0ms);
+    suyo.EntraAEscribir();
+    suyo.CierraALectores();
+    DiscoDePrueba disco;
+    disco.soloLectura = true;
+
+    EXPECT_THAT(ErrorAlAbrir(Motivo::EnUso), HasSubstr("Otra ventana o proceso de este programa"));
+    EXPECT_THAT(ErrorAlAbrir(Motivo::EnUso, &disco),
+                HasSubstr("Otra ventana o proceso de este programa"));
+    EXPECT_TRUE(sitio_.Existe(NombreDiario));
 }
 
 TEST(DiarioDeBase, QuienYaLaTieneAbiertaReponeLoQueOtroDejoAMedias)

@@ -79,7 +79,8 @@ class DiscoDePrueba : public Disco {
     std::unique_ptr<FicheroDeDisco> Abre(const QString& ruta, Uso uso) override
     {
         if (soloLectura && uso != Uso::Leer)
-            throw ErrorDeDisco(Motivo::NoSeEscribe, QStringLiteral("No"), ruta, EACCES);
+            throw ErrorDeDisco(Motivo::NoSeEscribe, QStringLiteral("No se puede escribir"), ruta,
+                               EACCES);
         return std::make_unique<Fichero>(*this, ruta, real_.Abre(ruta, uso));
     }
     std::unique_ptr<FicheroDeDisco> Crea(const QString& ruta, const QString& modelo) override
@@ -151,7 +152,8 @@ class DiscoDePrueba : public Disco {
         {
             disco_.antesDeBloquear(nombre_);
             if (disco_.bloqueos++ == disco_.fallaElBloqueo_)
-                throw ErrorDeDisco(Motivo::NoSeEscribe, QStringLiteral("No"), nombre_, ENOLCK);
+                throw ErrorDeDisco(Motivo::NoSeEscribe, QStringLiteral("No se puede escribir"),
+                                   nombre_, ENOLCK);
             return real_->Bloquea(desde, largo, cerrojo);
         }
         void Desbloquea(qint64 desde, qint64 largo) override { real_->Desbloquea(desde, largo); }
@@ -173,8 +175,8 @@ class DiscoDePrueba : public Disco {
         const std::size_t numero = operaciones.size();
         operaciones.push_back(operacion);
         if (numero == fallaEn_ || (dura_ && numero > fallaEn_))
-            throw ErrorDeDisco(Motivo::NoSeEscribe, QStringLiteral("No"), operacion.fichero,
-                               ENOSPC);
+            throw ErrorDeDisco(Motivo::NoSeEscribe, QStringLiteral("No se puede escribir"),
+                               operacion.fichero, ENOSPC);
     }
 
     Disco& real_ = DiscoDelSistema();
