@@ -20,6 +20,12 @@ template <typename T> void Pon(std::span<quint8> bytes, std::size_t posicion, T 
     qToLittleEndian(numero, bytes.data() + posicion);
 }
 
+template <typename T> void Pon(QByteArray& bytes, std::size_t posicion, T numero)
+{
+    Pon(std::span(reinterpret_cast<quint8*>(bytes.data()), static_cast<std::size_t>(bytes.size())),
+        posicion, numero);
+}
+
 /// A loan of the bytes of `bytes`, which outlives it.
 inline Bytes BytesDe(const QByteArray& bytes)
 {

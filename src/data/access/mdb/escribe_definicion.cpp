@@ -1,8 +1,8 @@
 #include "data/access/mdb/escribe_definicion.h"
 #include "data/access/mdb/asignacion.h"
+#include "data/access/mdb/errores_mdb.h"
 #include "data/access/mdb/escribe_bytes.h"
 #include "data/access/mdb/fila.h"
-#include "data/access/mdb/texto.h"
 #include <algorithm>
 #include <cstring>
 
@@ -32,21 +32,6 @@ const Formato& F()
 bool EsVariable(const Columna& columna)
 {
     return !columna.Fija();
-}
-
-template <typename T> void PonEn(QByteArray& bytes, std::size_t posicion, T numero)
-{
-    Pon(std::span(reinterpret_cast<quint8*>(bytes.data()), static_cast<std::size_t>(bytes.size())),
-        posicion, numero);
-}
-
-QByteArray Nombre(const QString& nombre)
-{
-    QByteArray bytes;
-    Anade(bytes, static_cast<quint16>(2 * nombre.size()));
-    for (const QChar caracter : nombre)
-        Anade(bytes, quint16{caracter.unicode()});
-    return bytes;
 }
 
 QByteArray Bloque(const Columna& columna)
@@ -106,43 +91,37 @@ QByteArray Bloque(const IndiceLogico& indice)
     return bytes;
 }
 
-/// Where the parts of a definition that an index has a share in stand.
-struct Partes {
-    quint32 logicos = 0;
-    quint32 reales = 0;
-    std::size_t finEstadisticas = 0;
-    std::size_t finReales = 0;
-    std::size_t principioLogicos = 0;
-    std::size_t principioNombres = 0; ///< of the logical indexes
-    QStringList nombres{};
-    quint32 numeroLibre = 0;
-};
-
-std::size_t SaltaNombre(Bytes bytes, std::size_t posicion)
+QByteArray Larga(const Columna& columna)
 {
-    return posicion + 2 + bytes.U16(posicion);
+    QByteArray bytes;
+    Anade(bytes, columna.numero);
+    Anade(bytes, columna.paginasLargas.Numero());
+    Anade(bytes, columna.paginasLargasLibres.Numero());
+    return bytes;
 }
 
-Partes PartesDe(Bytes bytes)
+quint16 NumeroDeColumna(const QByteArray& bloque)
 {
-    Partes partes{.logicos = bytes.U32(F().indicesLogicos), .reales = bytes.U32(F().indicesReales)};
-    partes.finEstadisticas = F().bloques + partes.reales * F().tamEstadistica;
-    const std::size_t columnas = bytes.U16(F().columnas);
-    std::size_t posicion = partes.finEstadisticas + columnas * F().tamColumna;
-    for (std::size_t i = 0; i < columnas; ++i)
-        posicion = SaltaNombre(bytes, posicion);
-    partes.finReales = posicion + partes.reales * F().tamIndiceReal;
-    partes.principioLogicos = partes.finReales;
-    partes.principioNombres = partes.finReales + partes.logicos * F().tamIndiceLogico;
-    posicion = partes.principioNombres;
-    for (quint32 i = 0; i < partes.logicos; ++i) {
-        const quint32 numero =
-            bytes.U32(partes.principioLogicos + i * F().tamIndiceLogico + F().prefijoBloque);
-        partes.numeroLibre = std::max(partes.numeroLibre, numero + 1);
-        partes.nombres << TextoSinComprimir(bytes.Trozo(posicion + 2, bytes.U16(posicion)), F());
-        posicion = SaltaNombre(bytes, posicion);
-    }
-    return partes;
+    return BytesDe(bloque).U16(F().colNumero);
+}
+quint32 NumeroDeIndice(const QByteArray& bloque)
+{
+    return BytesDe(bloque).U32(F().prefijoBloque);
+}
+quint32 RealDe(const QByteArray& bloque)
+{
+    return BytesDe(bloque).U32(F().prefijoBloque + sizeof(quint32));
+}
+
+PartesDefinicion::ConNombre& ParteDe(PartesDefinicion& partes, const Columna& columna)
+{
+    const auto parte =
+        std::find_if(partes.columnas.begin(), partes.columnas.end(),
+                     [&](const auto& c) { return NumeroDeColumna(c.bloque) == columna.numero; });
+    if (parte == partes.columnas.end())
+        Danado(QStringLiteral("La definición no tiene una de sus columnas"),
+               {.columna = columna.nombre});
+    return *parte;
 }
 
 /// Bytes of one page behind its header that belong to a definition.
@@ -172,64 +151,91 @@ void Coloca(Definicion& definicion)
     definicion.ranuras = ranura;
 }
 
-QByteArray EscribeDefinicion(const Definicion& definicion)
+PartesDefinicion EscribeDefinicion(const Definicion& definicion)
 {
-    QByteArray bytes(static_cast<qsizetype>(F().bloques), '\0');
-    PonEn(bytes, 0, quint16{0x0100 | tipo_pagina::Definicion});
-    PonEn(bytes, PosicionConstante, Constante);
-    PonEn(bytes, PosicionUno, quint8{1});
-    PonEn(bytes, F().clase, definicion.deSistema ? ClaseSistema : ClaseUsuario);
-    PonEn(bytes, F().maxColumnas, definicion.maxColumnas);
-    PonEn(bytes, F().ranuras, definicion.ranuras);
-    PonEn(bytes, F().columnas, static_cast<quint16>(definicion.columnas.size()));
-    PonEn(bytes, F().mapaPropias, definicion.paginasPropias.Numero());
-    PonEn(bytes, F().mapaLibres, definicion.paginasLibres.Numero());
+    PartesDefinicion partes;
+    QByteArray& bytes = partes.cabecera;
+    bytes.fill('\0', static_cast<qsizetype>(F().bloques));
+    Pon(bytes, 0, quint16{0x0100 | tipo_pagina::Definicion});
+    Pon(bytes, PosicionConstante, Constante);
+    Pon(bytes, PosicionUno, quint8{1});
+    Pon(bytes, F().clase, definicion.deSistema ? ClaseSistema : ClaseUsuario);
+    Pon(bytes, F().mapaPropias, definicion.paginasPropias.Numero());
+    Pon(bytes, F().mapaLibres, definicion.paginasLibres.Numero());
     for (const Columna& columna : definicion.columnas)
-        bytes += Bloque(columna);
-    for (const Columna& columna : definicion.columnas)
-        bytes += Nombre(columna.nombre);
-    for (const Columna& columna : definicion.columnas) {
-        if (!columna.Larga())
-            continue;
-        Anade(bytes, columna.numero);
-        Anade(bytes, columna.paginasLargas.Numero());
-        Anade(bytes, columna.paginasLargasLibres.Numero());
-    }
-    Anade(bytes, Fin);
-    return bytes;
+        AnadeColumna(partes, columna);
+    Pon(bytes, F().maxColumnas, definicion.maxColumnas);
+    Pon(bytes, F().ranuras, definicion.ranuras);
+    Anade(partes.fin, Fin);
+    return partes;
 }
 
-void AnadeIndice(QByteArray& bytes, const IndiceReal& real, IndiceLogico logico)
+void AnadeColumna(PartesDefinicion& partes, const Columna& columna)
 {
-    const Partes partes = PartesDe(BytesDe(bytes));
-    logico.real = partes.reales;
-    logico.numero = partes.numeroLibre;
+    partes.columnas.push_back({.bloque = Bloque(columna), .nombre = columna.nombre});
+    if (columna.Larga())
+        partes.largas.push_back(Larga(columna));
+    Pon(partes.cabecera, F().maxColumnas, static_cast<quint16>(columna.numero + 1));
+    if (EsVariable(columna))
+        Pon(partes.cabecera, F().ranuras, static_cast<quint16>(columna.ranura + 1));
+}
+
+void CambiaColumna(PartesDefinicion& partes, const Columna& columna)
+{
+    ParteDe(partes, columna) = {.bloque = Bloque(columna), .nombre = columna.nombre};
+}
+
+void QuitaColumna(PartesDefinicion& partes, const Columna& columna)
+{
+    const auto sitio = &ParteDe(partes, columna) - partes.columnas.data();
+    partes.columnas.erase(partes.columnas.begin() + sitio);
+    std::erase_if(partes.largas,
+                  [&](const QByteArray& larga) { return BytesDe(larga).U16(0) == columna.numero; });
+}
+
+void AnadeIndice(PartesDefinicion& partes, const IndiceReal& real, IndiceLogico logico)
+{
+    logico.real = static_cast<quint32>(partes.reales.size());
+    for (const auto& otro : partes.logicos)
+        logico.numero = std::max(logico.numero, NumeroDeIndice(otro.bloque) + 1);
+    partes.estadisticas.emplace_back(static_cast<qsizetype>(F().tamEstadistica), '\0');
+    partes.reales.push_back(Bloque(real));
     // Access keeps them by name.
     const auto detras =
-        std::find_if(partes.nombres.begin(), partes.nombres.end(), [&](const QString& n) {
-            return n.compare(logico.nombre, Qt::CaseInsensitive) > 0;
+        std::find_if(partes.logicos.begin(), partes.logicos.end(), [&](const auto& otro) {
+            return otro.nombre.compare(logico.nombre, Qt::CaseInsensitive) > 0;
         });
-    const auto lugar = static_cast<std::size_t>(detras - partes.nombres.begin());
-    std::size_t nombre = partes.principioNombres;
-    for (std::size_t i = 0; i < lugar; ++i)
-        nombre = SaltaNombre(BytesDe(bytes), nombre);
-    // From back to front, so that the places before each stay right.
-    const auto mete = [&](std::size_t posicion, const QByteArray& trozo) {
-        bytes.insert(static_cast<qsizetype>(posicion), trozo);
-    };
-    mete(nombre, Nombre(logico.nombre));
-    mete(partes.principioLogicos + lugar * F().tamIndiceLogico, Bloque(logico));
-    mete(partes.finReales, Bloque(real));
-    mete(partes.finEstadisticas, QByteArray(static_cast<qsizetype>(F().tamEstadistica), '\0'));
-    PonEn(bytes, F().indicesLogicos, partes.logicos + 1);
-    PonEn(bytes, F().indicesReales, partes.reales + 1);
+    partes.logicos.insert(detras, {.bloque = Bloque(logico), .nombre = logico.nombre});
 }
 
-void GuardaDefinicion(PaginasEscribibles& paginas, std::vector<quint32> suyas, QByteArray bytes)
+bool QuitaIndice(PartesDefinicion& partes, const IndiceLogico& logico)
 {
+    std::erase_if(partes.logicos,
+                  [&](const auto& otro) { return NumeroDeIndice(otro.bloque) == logico.numero; });
+    if (std::any_of(partes.logicos.begin(), partes.logicos.end(),
+                    [&](const auto& otro) { return RealDe(otro.bloque) == logico.real; }))
+        return false;
+    if (logico.real >= partes.reales.size())
+        Danado(QStringLiteral("La definición no tiene el árbol de un índice"),
+               {.indice = logico.nombre});
+    partes.estadisticas.erase(partes.estadisticas.begin() + logico.real);
+    partes.reales.erase(partes.reales.begin() + logico.real);
+    for (auto& otro : partes.logicos) {
+        const quint32 real = RealDe(otro.bloque);
+        if (real > logico.real)
+            Pon(otro.bloque, F().prefijoBloque + sizeof(quint32), real - 1);
+    }
+    return true;
+}
+
+void GuardaDefinicion(PaginasEscribibles& paginas, std::vector<quint32> suyas,
+                      const PartesDefinicion& partes)
+{
+    QByteArray bytes = partes.Une();
     const auto largo = static_cast<std::size_t>(bytes.size());
-    PonEn(bytes, PosicionLargo, static_cast<quint32>(largo));
+    Pon(bytes, PosicionLargo, static_cast<quint32>(largo));
     std::size_t escritos = 0;
+    std::size_t usadas = 0;
     for (std::size_t i = 0; i == 0 || escritos < largo; ++i) {
         const std::size_t cuantos = std::min(largo - escritos, Caben(i == 0));
         const bool sigue = escritos + cuantos < largo;
@@ -245,7 +251,17 @@ void GuardaDefinicion(PaginasEscribibles& paginas, std::vector<quint32> suyas, Q
             static_cast<quint16>(libres < CabeceraContinuacion ? 0
                                                                : libres - CabeceraContinuacion));
         Pon(pagina, PosicionSiguiente, sigue ? suyas[i + 1] : quint32{0});
+        usadas = i + 1;
     }
+    for (; usadas < suyas.size(); ++usadas)
+        SueltaPagina(paginas, suyas[usadas], {});
+}
+
+DefinicionAbierta::DefinicionAbierta(PaginasEscribibles& paginas, quint32 pagina)
+    : paginas_(paginas)
+{
+    const std::vector<quint8> bytes = BytesDeDefinicion(paginas, pagina, suyas_);
+    partes = PartesDefinicion::De(Bytes(bytes));
 }
 
 } // namespace tolmo::data::access::mdb

@@ -177,6 +177,12 @@ std::optional<Bytes> Fila::Crudo(const Columna& columna) const
     return bytes_.Trozo(principio, fin - principio);
 }
 
+std::size_t Fila::FinDeFijas() const
+{
+    const std::size_t fin = definicion_->ranuras > 0 ? FinDeRanura(0) : mascara_;
+    return fin - std::min(fin, formato_->anchoContador);
+}
+
 Dato Fila::LeeValor(const Columna& columna, Bytes crudo) const
 {
     if (!columna.Larga())

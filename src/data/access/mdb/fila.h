@@ -20,6 +20,10 @@ class Fila {
     /// The bytes of a column as they are stored; nothing for Null and for Boolean columns.
     std::optional<Bytes> Crudo(const Columna& columna) const;
 
+    /// Where the part of fixed width ends, columns that the table no longer has among it; counted
+    /// from the first of them. Not of files of Access 97.
+    std::size_t FinDeFijas() const;
+
     Bytes Todo() const { return bytes_; }
     quint32 NumeroDePagina() const { return pagina_.numero; }
 

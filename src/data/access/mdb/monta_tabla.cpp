@@ -71,10 +71,10 @@ void MontaTabla(PaginasEscribibles& paginas, Definicion definicion,
         columna.paginasLargas = mapas.Nuevo();
         columna.paginasLargasLibres = mapas.Nuevo();
     }
-    QByteArray bytes = EscribeDefinicion(definicion);
+    PartesDefinicion partes = EscribeDefinicion(definicion);
     for (const NuevoIndice& indice : indices)
-        AnadeIndice(bytes, MontaIndice(paginas, definicion, indice, mapas), LogicoDe(indice));
-    GuardaDefinicion(paginas, {definicion.pagina}, bytes);
+        AnadeIndice(partes, MontaIndice(paginas, definicion, indice, mapas), LogicoDe(indice));
+    GuardaDefinicion(paginas, {definicion.pagina}, partes);
 }
 
 } // namespace tolmo::data::access::mdb
