@@ -1,10 +1,14 @@
 #include "data/access/mdb/base_mdb.h"
 #include "data/access/mdb/comprobacion.h"
 #include "data/access/mdb/exportacion.h"
+#include "data/access/mdb/transaccion_paginas.h"
 #include "data/errores.h"
+#include "data/plantilla.h"
+#include <QBuffer>
 #include <QCoreApplication>
-#include <QFile>
 #include <QTextStream>
+#include <cerrno>
+#include <cstdio>
 
 using namespace tolmo;
 using namespace tolmo::data::access;
@@ -18,7 +22,14 @@ constexpr int MalUso = 2;
 constexpr auto Uso = u"Uso: kovtolmo-mdb tablas FICHERO\n"
                      u"     kovtolmo-mdb exporta FICHERO TABLA\n"
                      u"     kovtolmo-mdb comprueba FICHERO\n";
+
+constexpr data::Plantilla Deshecho(u"Un guardado de este programa se interrumpió y se ha deshecho: el fichero está como antes de empezarlo (fichero {fichero})");
 // clang-format on
+
+struct Respuesta {
+    QByteArray texto{};
+    int estado = 0;
+};
 
 QString ClaseDe(const mdb::Objeto& objeto)
 {
@@ -26,23 +37,25 @@ QString ClaseDe(const mdb::Objeto& objeto)
                              : QStringLiteral("tabla");
 }
 
-int Tablas(const mdb::Base& base)
+Respuesta Tablas(const mdb::Base& base)
 {
-    QTextStream salida(stdout);
+    Respuesta respuesta;
+    QTextStream salida(&respuesta.texto);
     for (const mdb::Objeto& objeto : base.catalogo().TablasDeUsuario())
         salida << objeto.nombre << '\t' << ClaseDe(objeto) << '\n';
     for (const mdb::Objeto& objeto : base.catalogo().Consultas())
         salida << objeto.nombre << "\tconsulta\n";
-    return 0;
+    salida.flush();
+    return respuesta;
 }
 
-int Exporta(const mdb::Base& base, const QString& tabla)
+Respuesta Exporta(const mdb::Base& base, const QString& tabla)
 {
-    QFile salida;
-    if (!salida.open(stdout, QIODevice::WriteOnly))
-        throw data::ErrorFichero(salida.errorString());
+    Respuesta respuesta;
+    QBuffer salida(&respuesta.texto);
+    salida.open(QIODevice::WriteOnly);
     mdb::ExportaCsv(base.AbreTabla(tabla), salida);
-    return 0;
+    return respuesta;
 }
 
 QString Cuenta(qsizetype cuantas, const QString& singular)
@@ -65,10 +78,11 @@ QString EstadoDe(const mdb::EstadoIndice& indice)
                           : QStringLiteral("bien (claves sin comprobar: su orden no se conoce)");
 }
 
-int MuestraEstado(const mdb::Base& base)
+Respuesta MuestraEstado(const mdb::Base& base)
 {
-    QTextStream salida(stdout);
     const mdb::Informe informe = mdb::Comprueba(base);
+    Respuesta respuesta{.estado = informe.Sano() ? 0 : HayFaltas};
+    QTextStream salida(&respuesta.texto);
     salida << mdb::NombreDe(base.version()) << '\n';
     for (const mdb::EstadoTabla& tabla : informe.tablas) {
         salida << tabla.nombre << ": " << Cuenta(tabla.filas, QStringLiteral("fila"));
@@ -85,18 +99,49 @@ int MuestraEstado(const mdb::Base& base)
     }
     EscribeFaltas(salida, informe.faltas);
     salida << (informe.Sano() ? "Todo está bien\n" : "La base de datos está dañada\n");
-    return informe.Sano() ? 0 : HayFaltas;
+    salida.flush();
+    return respuesta;
+}
+
+/// As any other window of the program: a save that is going on is waited for, and one that was
+/// interrupted is taken back. The answer is made at once, so that whoever reads it slowly doesn't
+/// keep the program from saving.
+template <typename Orden> Respuesta Sobre(const QString& fichero, Orden&& orden)
+{
+    const auto paginas = std::make_shared<mdb::TransaccionPaginas>(fichero);
+    const mdb::LecturaDePaginas lectura(*paginas);
+    if (paginas->HaDeshecho())
+        QTextStream(stderr) << Deshecho({{"fichero", fichero}}) << '\n';
+    return orden(mdb::Base(paginas));
+}
+
+std::optional<Respuesta> Responde(const QStringList& argumentos)
+{
+    const QString orden = argumentos.value(0);
+    const QString fichero = argumentos.value(1);
+    if (orden == u"tablas" && argumentos.size() == 2)
+        return Sobre(fichero, Tablas);
+    if (orden == u"exporta" && argumentos.size() == 3)
+        return Sobre(fichero, [&](const mdb::Base& base) { return Exporta(base, argumentos[2]); });
+    if (orden == u"comprueba" && argumentos.size() == 2)
+        return Sobre(fichero, MuestraEstado);
+    return std::nullopt;
+}
+
+void Escribe(const QByteArray& texto)
+{
+    const auto tam = static_cast<std::size_t>(texto.size());
+    if (std::fwrite(texto.data(), 1, tam, stdout) != tam || std::fflush(stdout) != 0)
+        throw data::ErrorFichero(QStringLiteral("No se puede escribir: ") +
+                                 mdb::ErrorDelSistema(errno));
 }
 
 int Ejecuta(const QStringList& argumentos)
 {
-    const QString orden = argumentos.value(0);
-    if (orden == u"tablas" && argumentos.size() == 2)
-        return Tablas(mdb::Base(argumentos[1]));
-    if (orden == u"exporta" && argumentos.size() == 3)
-        return Exporta(mdb::Base(argumentos[1]), argumentos[2]);
-    if (orden == u"comprueba" && argumentos.size() == 2)
-        return MuestraEstado(mdb::Base(argumentos[1]));
+    if (const auto respuesta = Responde(argumentos)) {
+        Escribe(respuesta->texto);
+        return respuesta->estado;
+    }
     QTextStream(stderr) << QString::fromUtf16(Uso);
     return MalUso;
 }

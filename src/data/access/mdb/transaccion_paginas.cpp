@@ -272,7 +272,8 @@ void TransaccionPaginas::Repon()
     if (!diario_.Existe())
         return;
     candado_->CierraALectores();
-    diario_.Recupera(*fichero_);
+    if (diario_.Recupera(*fichero_) == Recuperacion::Repuesto)
+        haDeshecho_ = true;
     candado_->AbreALectores();
 }
 

@@ -48,6 +48,9 @@ class TransaccionPaginas : public PaginasEscribibles {
     bool EmpiezaLectura();
     void AcabaLectura();
 
+    /// True when a save that was interrupted had to be taken back since the file was opened.
+    bool HaDeshecho() const { return haDeshecho_; }
+
     /// Looks whether another has changed the file, and then forgets its pages. A program of Access
     /// and this one are noticed by the marks of change; others by length and time, but for those
     /// that put the time back.
@@ -118,6 +121,7 @@ class TransaccionPaginas : public PaginasEscribibles {
     int lecturas_ = 0;
     bool abierta_ = false;
     bool soloLectura_ = false;
+    bool haDeshecho_ = false;
 };
 
 /// A statement that reads.

@@ -234,15 +234,9 @@ TEST(MarcaDeCambio, MientrasSeEscribeLaMarcaEsCeroYDespuesLaSiguiente)
                                                "0000", "0401"}));
 }
 
-/// The folder as it is while the second commit is writing, with a journal that is whole.
 Carpeta CaidaConDiario()
 {
-    const Historia& historia = LaHistoria();
-    for (std::size_t k = historia.finales[1]; k < historia.finales[2]; ++k)
-        if (historia.operaciones[k].fichero == NombreBase &&
-            historia.operaciones[k].posicion > TamPagina)
-            return Tras(historia, k + 1);
-    return {};
+    return CaidaEn(LaHistoria(), 2);
 }
 
 TEST(DiarioDeBase, UnoCortadoSeTira)

@@ -69,6 +69,16 @@ inline void PonEn(const CarpetaDePrueba& destino, const Carpeta& carpeta)
         destino.Escribe(nombre, bytes);
 }
 
+/// The folder as it is while a commit, counted from 1, is writing, with a journal that is whole.
+inline Carpeta CaidaEn(const Historia& historia, std::size_t cambio)
+{
+    for (std::size_t k = historia.finales[cambio - 1]; k < historia.finales[cambio]; ++k)
+        if (historia.operaciones[k].fichero == NombreBase &&
+            historia.operaciones[k].posicion > TamPagina)
+            return Tras(historia, k + 1);
+    return {};
+}
+
 /// Opens what a crash left, and expects the database as it was before or after the commit that was
 /// being made. \returns the changes that the opening made
 inline std::vector<Operacion> EsperaEntera(const Historia& historia, const Carpeta& carpeta,
