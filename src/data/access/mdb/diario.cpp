@@ -2,6 +2,8 @@
 #include "data/access/mdb/errores_mdb.h"
 #include <QByteArray>
 #include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
 #include <algorithm>
 #include <cstring>
 
@@ -30,6 +32,10 @@ constexpr std::size_t TamPrincipio = PosicionMarcas + MarcasDeCambio::Tam;
 constexpr std::size_t TamNumero = 4;
 constexpr std::size_t TamBufer = std::size_t{1} << 20;
 constexpr quint32 PaginaMenor = 4096;
+
+const QString Terminacion = QStringLiteral(".diario");
+// Behind the name of one that doesn't belong to the file any longer.
+const QString Ajeno = QStringLiteral(".ajeno");
 
 // Against torn and foreign bytes, not against malice.
 constexpr auto Suma = QCryptographicHash::Sha1;
@@ -191,8 +197,18 @@ void EscribeMarca(FicheroDeDisco& base, int usuario, quint16 marca)
     base.Escribe(MarcasDeCambio::Posicion + 2 * usuario, bytes);
 }
 
+QStringList DiariosAjenos(const QString& ruta)
+{
+    const QFileInfo base(QFileInfo(ruta).canonicalFilePath());
+    QStringList rutas;
+    for (const QFileInfo& vecino : base.dir().entryInfoList(QDir::Files, QDir::Name))
+        if (vecino.fileName().startsWith(base.fileName() + Terminacion + Ajeno))
+            rutas << vecino.filePath();
+    return rutas;
+}
+
 Diario::Diario(Disco& disco, const QString& ruta)
-    : disco_(disco), base_(ruta), ruta_(ruta + QStringLiteral(".diario"))
+    : disco_(disco), base_(ruta), ruta_(ruta + Terminacion)
 {
 }
 
@@ -247,13 +263,23 @@ Recuperacion Diario::Recupera(FicheroDeDisco& base)
         return Recuperacion::Incompleto;
     }
     if (!EsDe(base, *leido)) {
-        disco_.Renombra(ruta_, ruta_ + QStringLiteral(".ajeno"));
-        disco_.SincronizaCarpetaDe(ruta_);
+        ApartaAjeno();
         return Recuperacion::Ajeno;
     }
     Repon(base, *fichero, *leido);
     Borra();
     return Recuperacion::Repuesto;
+}
+
+void Diario::ApartaAjeno()
+{
+    // An earlier one stays: it tells of another save.
+    const QString primero = ruta_ + Ajeno;
+    QString nombre = primero;
+    for (int numero = 2; disco_.Estado(nombre); ++numero)
+        nombre = primero + QString::number(numero);
+    disco_.Renombra(ruta_, nombre);
+    disco_.SincronizaCarpetaDe(ruta_);
 }
 
 void Diario::Borra()

@@ -1,6 +1,7 @@
 #pragma once
 #include "data/access/mdb/disco.h"
 #include "data/access/mdb/marcas_cambio.h"
+#include <QStringList>
 #include <span>
 #include <vector>
 
@@ -22,6 +23,9 @@ enum class Recuperacion {
     Repuesto,   ///< the file is as it was before the commit
     Ajeno       ///< it doesn't belong to this state of the file, and was set aside
 };
+
+/// The journals of a database that were set aside, by their paths.
+QStringList DiariosAjenos(const QString& ruta);
 
 /// Sets the mark of one user, and nothing else of the first page.
 void EscribeMarca(FicheroDeDisco& base, int usuario, quint16 marca);
@@ -51,6 +55,8 @@ class Diario {
     void Borra();
 
   private:
+    void ApartaAjeno();
+
     Disco& disco_;
     QString base_;
     QString ruta_;

@@ -1,5 +1,6 @@
 #include "data/access/mdb/base_mdb.h"
 #include "data/access/mdb/comprobacion.h"
+#include "data/access/mdb/diario.h"
 #include "data/access/mdb/exportacion.h"
 #include "data/access/mdb/transaccion_paginas.h"
 #include "data/errores.h"
@@ -24,6 +25,7 @@ constexpr auto Uso = u"Uso: kovtolmo-mdb tablas FICHERO\n"
                      u"     kovtolmo-mdb comprueba FICHERO\n";
 
 constexpr data::Plantilla Deshecho(u"Un guardado de este programa se interrumpió y se ha deshecho: el fichero está como antes de empezarlo (fichero {fichero})");
+constexpr data::Plantilla HayAjeno(u"AVISO: al lado está {diario}, de un guardado que se interrumpió y no se pudo deshacer, porque entretanto otro programa cambió el fichero o se puso en su sitio una copia. Si se puso una copia, bórrelo; si no, lo que se guardaba puede estar a medias: revíselo, o recupere la última copia");
 // clang-format on
 
 struct Respuesta {
@@ -98,6 +100,8 @@ Respuesta MuestraEstado(const mdb::Base& base)
         }
     }
     EscribeFaltas(salida, informe.faltas);
+    for (const QString& diario : mdb::DiariosAjenos(base.Nombre()))
+        salida << HayAjeno({{"diario", diario}}) << '\n';
     salida << (informe.Sano() ? "Todo está bien\n" : "La base de datos está dañada\n");
     salida.flush();
     return respuesta;

@@ -309,6 +309,29 @@ TEST(DiarioDeBase, NoSeReponeEnUnaCopiaAnterior)
     EXPECT_TRUE(sitio.Existe(NombreDiario + ".ajeno"));
 }
 
+TEST(DiarioDeBase, ElSegundoQueNoEsSuyoNoPisaAlPrimero)
+{
+    CarpetaDePrueba sitio;
+    Carpeta caida = CaidaConDiario();
+    for (const char* aparte : {".ajeno", ".ajeno2", ".ajeno3"}) {
+        PonEn(sitio, caida);
+        // Another one has written since.
+        QByteArray base = caida.at(NombreBase);
+        base[0xE00] = static_cast<char>(base[0xE00] + 1);
+        sitio.Escribe(NombreBase, base);
+
+        TransaccionPaginas paginas(sitio.Ruta(NombreBase));
+
+        EXPECT_EQ(sitio.Lee(NombreDiario + aparte), caida.at(NombreDiario));
+        EXPECT_FALSE(sitio.Existe(NombreDiario));
+        caida[NombreDiario + aparte] = caida.at(NombreDiario);
+    }
+    EXPECT_EQ(
+        DiariosAjenos(sitio.Ruta(NombreBase)),
+        QStringList({sitio.Ruta(NombreDiario + ".ajeno"), sitio.Ruta(NombreDiario + ".ajeno2"),
+                     sitio.Ruta(NombreDiario + ".ajeno3")}));
+}
+
 /// The folder of a company whose program was killed while it saved.
 class GuardadoInterrumpido : public testing::Test {
   protected:

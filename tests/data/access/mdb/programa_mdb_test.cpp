@@ -163,6 +163,22 @@ TEST_F(ProgramaMdbConDiario, SiNoSePuedeDeshacerNoLoTomaPorDanado)
     EXPECT_EQ(sitio_.Lee(NombreBase), aMedias);
 }
 
+TEST_F(ProgramaMdbConDiario, UnoQueNoEsDelFicheroSeDiceAlComprobar)
+{
+    sitio_.Escribe(NombreBase, BytesDeMuestra("2003-numeric.mdb"));
+    sitio_.Escribe("otra.mdb.diario.ajeno", "de otra");
+
+    const Resultado resultado = Ejecuta({"comprueba", ruta_});
+
+    EXPECT_EQ(resultado.codigo, 0);
+    EXPECT_EQ(resultado.errores, "");
+    EXPECT_TRUE(resultado.salida.endsWith(
+        "\nAVISO: al lado está " + sitio_.Ruta(NombreDiario) +
+        ".ajeno, de un guardado que se interrumpió y no se pudo deshacer, porque entretanto otro programa cambió el fichero o se puso en su sitio una copia. Si se puso una copia, bórrelo; si no, lo que se guardaba puede estar a medias: revíselo, o recupere la última copia\nTodo está bien\n"))
+        << resultado.salida.toStdString();
+    EXPECT_FALSE(resultado.salida.contains("otra.mdb"));
+}
+
 TEST_F(ProgramaMdbConDiario, AlQueEstaGuardandoLoEspera)
 {
     const auto fichero = DiscoDelSistema().Abre(ruta_, Uso::LeerYEscribir);
