@@ -9,9 +9,42 @@ Sentencia Analiza(const QString& sql, const std::vector<Lexema>& lexemas)
     return Analizador(sql, lexemas).Todo();
 }
 
-Sentencia AnalizaFija(const QString& sql)
+Guardada AnalizaGuardada(const QString& sql)
 {
-    return Analiza(sql, Lexemas(sql));
+    const std::vector<Lexema> lexemas = Lexemas(sql);
+    return Analizador(sql, lexemas).TodaGuardada();
+}
+
+Guardada Analizador::TodaGuardada()
+{
+    Guardada guardada;
+    if (Si("PARAMETERS")) {
+        do
+            guardada.parametros.push_back(LeeParametro());
+        while (SiSigno(","));
+        ExigeSigno(";");
+    }
+    guardada.sentencia = Todo();
+    guardada.accesoDelDuenio = accesoDelDuenio_;
+    return guardada;
+}
+
+Parametro Analizador::LeeParametro()
+{
+    if (!EsNombre())
+        Inesperado("un parámetro");
+    const PExpresion nombre = LeeColumna();
+    Parametro parametro;
+    parametro.nombre =
+        nombre->tabla.isEmpty() ? nombre->nombre : nombre->tabla + u'!' + nombre->nombre;
+    parametro.tipo = ExigeNombre("un tipo").toUpper();
+    if (SiSigno("(")) {
+        if (Mira().ficha != Ficha::Entero)
+            Inesperado("un número");
+        parametro.ancho = Toma().texto.toInt();
+        ExigeSigno(")");
+    }
+    return parametro;
 }
 
 PExpresion AnalizaExpresion(const QString& texto, const std::vector<Lexema>& lexemas)
@@ -45,6 +78,11 @@ Sentencia Analizador::Todo()
         sentencia = LeeEliminacion();
     else
         sentencia = LeeLlamada();
+    if (Mira().Es("WITH") && Mira(1).Es("OWNERACCESS")) {
+        p_ += 2;
+        Exige("OPTION");
+        accesoDelDuenio_ = true;
+    }
     while (SiSigno(";")) {
     }
     ExigeFin();

@@ -9,9 +9,9 @@ namespace tolmo::data::access {
 /// \throws ErrorSql for anything that the language doesn't have, with its position
 Sentencia Analiza(const QString& sql, const std::vector<Lexema>& lexemas);
 
-/// Reads a text that must be a select, as stored queries are; its literals are fixed.
+/// Reads the text of a stored query; its literals are fixed.
 /// \throws ErrorSql as Analiza does
-Sentencia AnalizaFija(const QString& sql);
+Guardada AnalizaGuardada(const QString& sql);
 
 /// Reads an expression that stands alone; its literals are fixed.
 /// \throws ErrorSql as Analiza does
@@ -27,6 +27,7 @@ class Analizador {
     }
 
     Sentencia Todo();
+    Guardada TodaGuardada();
     PExpresion TodaExpresion();
 
   private:
@@ -45,6 +46,7 @@ class Analizador {
     // Expressions, from the loosest to the tightest operator.
     PExpresion LeeExpresion() { return LeeLogica(0); }
     PExpresion LeeLogica(std::size_t nivel);
+    Trecho Desde(qsizetype desde) const { return {desde, lexemas_[p_ - 1].fin}; }
     PExpresion LeeNegacion();
     PExpresion LeeComparacion();
     PExpresion LeePredicado(PExpresion izquierda, bool negado);
@@ -67,6 +69,8 @@ class Analizador {
     std::vector<std::unique_ptr<Fuente>> LeeFuentes();
     std::unique_ptr<Fuente> LeeReunion();
     std::unique_ptr<Fuente> LeeFuenteSimple();
+    QString LeeOtraBase();
+    void RechazaOtraBase() const;
     QString LeeAlias();
     std::vector<Orden> LeeOrden();
     bool EmpiezaConsulta() const;
@@ -76,6 +80,7 @@ class Analizador {
     Sentencia LeeModificacion();
     Sentencia LeeBorrado();
     Sentencia LeeLlamada();
+    Parametro LeeParametro();
 
     // Definitions.
     Sentencia LeeCreacion();
@@ -94,6 +99,7 @@ class Analizador {
     const std::vector<Lexema>& lexemas_;
     std::size_t p_ = 0;
     int indicesSinNombre_ = 0;
+    bool accesoDelDuenio_ = false;
 };
 
 } // namespace tolmo::data::access

@@ -2,6 +2,19 @@
 #include "data/access/errores_access.h"
 
 namespace tolmo::data::access {
+namespace {
+
+void PonBase(Fuente& fuente, const QString& base)
+{
+    if (fuente.clase == Fuente::Clase::Union) {
+        PonBase(*fuente.izquierda, base);
+        PonBase(*fuente.derecha, base);
+    } else if (fuente.base.isEmpty()) {
+        fuente.base = base;
+    }
+}
+
+} // namespace
 
 bool Analizador::EmpiezaConsulta() const
 {
@@ -14,6 +27,7 @@ bool Analizador::EmpiezaConsulta() const
 std::unique_ptr<Consulta> Analizador::LeeConsulta()
 {
     auto consulta = std::make_unique<Consulta>();
+    const qsizetype desde = Mira().posicion;
     LeeParte(*consulta);
     while (Si("UNION")) {
         consulta->todas.push_back(Si("ALL"));
@@ -21,13 +35,16 @@ std::unique_ptr<Consulta> Analizador::LeeConsulta()
     }
     if (Mira().Es("ORDER"))
         consulta->orden = LeeOrden();
+    consulta->trecho = Desde(desde);
     return consulta;
 }
 
 void Analizador::LeeParte(Consulta& consulta)
 {
+    const qsizetype desde = Mira().posicion;
     if (!SiSigno("(")) {
         consulta.partes.push_back(LeeSeleccion());
+        consulta.partes.back().trecho = Desde(desde);
         return;
     }
     if (!EmpiezaConsulta())
@@ -37,6 +54,7 @@ void Analizador::LeeParte(Consulta& consulta)
     if (dentro->partes.size() > 1 || !dentro->orden.empty())
         Inesperado("una parte de UNION sin orden propio");
     consulta.partes.push_back(std::move(dentro->partes.front()));
+    consulta.partes.back().trecho = Desde(desde);
 }
 
 Seleccion Analizador::LeeSeleccion()
@@ -47,8 +65,10 @@ Seleccion Analizador::LeeSeleccion()
     do
         seleccion.elementos.push_back(LeeElemento());
     while (SiSigno(","));
-    if (Si("INTO"))
+    if (Si("INTO")) {
         seleccion.destino = ExigeNombre("el nombre de la tabla nueva");
+        RechazaOtraBase();
+    }
     if (Si("FROM"))
         seleccion.fuentes = LeeFuentes();
     if (Si("WHERE"))
@@ -101,7 +121,29 @@ std::vector<std::unique_ptr<Fuente>> Analizador::LeeFuentes()
     do
         fuentes.push_back(LeeReunion());
     while (SiSigno(","));
+    if (Mira().Es("IN")) {
+        const QString base = LeeOtraBase();
+        for (const auto& fuente : fuentes)
+            PonBase(*fuente, base);
+    }
     return fuentes;
+}
+
+// IN 'C:\BD\OTRA.MDB', or IN '' [;DATABASE=C:\BD\OTRA.MDB].
+QString Analizador::LeeOtraBase()
+{
+    Exige("IN");
+    if (Mira().ficha != Ficha::Texto)
+        Inesperado("el nombre de una base de datos");
+    const QString fichero = Toma().texto;
+    return Mira().ficha == Ficha::NombreEntreMarcas ? Toma().texto : fichero;
+}
+
+void Analizador::RechazaOtraBase() const
+{
+    if (!Mira().Es("IN"))
+        return;
+    RechazaEn(Mira().posicion, QStringLiteral("En una tabla de otra base no se escribe"));
 }
 
 std::unique_ptr<Fuente> Analizador::LeeReunion()
@@ -146,7 +188,10 @@ std::unique_ptr<Fuente> Analizador::LeeFuenteSimple()
         ExigeSigno(")");
         return fuente;
     }
+    const bool entreMarcas = Mira().ficha == Ficha::NombreEntreMarcas;
     fuente->nombre = ExigeNombre("una tabla");
+    if (entreMarcas && SiSigno("."))
+        fuente->base = std::exchange(fuente->nombre, ExigeNombre("una tabla"));
     fuente->alias = LeeAlias();
     return fuente;
 }

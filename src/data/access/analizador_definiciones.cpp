@@ -154,8 +154,8 @@ Sentencia Analizador::LeeConsultaNueva()
     while (consulta.texto.endsWith(u';'))
         consulta.texto.chop(1);
     // Read once so that a mistake shows when the query is stored and not when it is used.
-    Sentencia dentro = AnalizaFija(consulta.texto);
-    if (std::holds_alternative<ConsultaNueva>(dentro))
+    const Guardada dentro = AnalizaGuardada(consulta.texto);
+    if (std::holds_alternative<ConsultaNueva>(dentro.sentencia))
         Inesperado("una consulta");
     p_ = lexemas_.size() - 1;
     return consulta;

@@ -38,13 +38,14 @@ PExpresion NodoBinario(const Lexema& operador, PExpresion a, PExpresion b)
 
 PExpresion Analizador::LeeLogica(std::size_t nivel)
 {
-    if (nivel == OperadoresLogicos.size())
-        return LeeNegacion();
-    PExpresion izquierda = LeeLogica(nivel + 1);
-    while (Mira().Es(OperadoresLogicos[nivel])) {
+    const qsizetype desde = Mira().posicion;
+    const bool ultimo = nivel == OperadoresLogicos.size();
+    PExpresion izquierda = ultimo ? LeeNegacion() : LeeLogica(nivel + 1);
+    while (!ultimo && Mira().Es(OperadoresLogicos[nivel])) {
         const Lexema& operador = Toma();
         izquierda = NodoBinario(operador, std::move(izquierda), LeeLogica(nivel + 1));
     }
+    izquierda->trecho = Desde(desde);
     return izquierda;
 }
 
@@ -204,8 +205,8 @@ PExpresion Analizador::LeeColumna()
 {
     const Lexema& primero = Toma();
     auto nodo = Nodo(Expresion::Clase::Columna, primero.posicion, primero.texto);
-    if (SiSigno(".") || SiSigno("!")) {
-        nodo->tabla = primero.texto;
+    while (SiSigno(".") || SiSigno("!")) {
+        nodo->tabla = nodo->tabla.isEmpty() ? nodo->nombre : nodo->tabla + u'!' + nodo->nombre;
         nodo->nombre = ExigeNombre("un campo");
     }
     return nodo;
@@ -217,12 +218,15 @@ PExpresion Analizador::LeeLiteral()
     auto nodo = Nodo(Expresion::Clase::Literal, lexema.posicion);
     nodo->literal.texto = lexema.texto;
     nodo->literal.indice = lexema.literal;
+    nodo->literal.largo = lexema.EsLargo();
     switch (lexema.ficha) {
     case Ficha::Texto:
         nodo->literal.tipo = Tipo::Texto;
         break;
     case Ficha::Entero:
-        nodo->literal.tipo = lexema.texto.size() < 10 ? Tipo::Entero : Tipo::Grande;
+        nodo->literal.tipo = nodo->literal.largo        ? Tipo::Doble
+                             : lexema.texto.size() < 10 ? Tipo::Entero
+                                                        : Tipo::Grande;
         break;
     case Ficha::Decimal:
         nodo->literal.tipo = Tipo::Doble;

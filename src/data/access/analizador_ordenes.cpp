@@ -8,6 +8,7 @@ Sentencia Analizador::LeeInsercion()
     Exige("INTO");
     insercion.posicion = Mira().posicion;
     insercion.tabla = ExigeNombre("una tabla");
+    RechazaOtraBase();
     if (!EmpiezaConsulta() && SiSigno("(")) {
         do
             insercion.columnas << ExigeNombre("un campo");
@@ -52,10 +53,10 @@ Sentencia Analizador::LeeBorrado()
     Borrado borrado;
     borrado.posicion = Mira().posicion;
     Si("DISTINCTROW");
-    if (!SiSigno("*") && EsNombre()) {
-        borrado.tabla = Toma().texto;
-        if (SiSigno(".") || SiSigno("!"))
-            ExigeSigno("*");
+    if (!Mira().Es("FROM")) {
+        do
+            borrado.elementos.push_back(LeeElemento());
+        while (SiSigno(","));
     }
     Exige("FROM");
     borrado.fuentes = LeeFuentes();

@@ -13,11 +13,18 @@ struct Consulta;
 struct Expresion;
 using PExpresion = std::unique_ptr<Expresion>;
 
+/// A piece of the statement's text, as it is written.
+struct Trecho {
+    qsizetype desde = 0;
+    qsizetype hasta = 0; ///< behind its last character
+};
+
 /// A literal as it is written; `indice` tells the parameter that carries it, -1 one that is fixed.
 struct Literal {
     Tipo tipo = Tipo::Nulo; ///< Nulo, Texto, Entero, Grande, Doble, Fecha, Condicion (TRUE, FALSE)
     QString texto{};
     int indice = -1;
+    bool largo = false; ///< a number whose parameter is its text
 };
 
 /// A node of an expression. What the fields hold depends on `clase`.
@@ -39,7 +46,8 @@ struct Expresion {
     };
     Clase clase = Clase::Literal;
     qsizetype posicion = 0;
-    QString tabla{};
+    Trecho trecho{}; ///< of a whole expression, and of what AND and OR join in one
+    QString tabla{}; ///< "Forms!F" of a name of three parts, which is none of a table
     QString nombre{};
     bool negado = false; ///< NOT LIKE, NOT IN, NOT BETWEEN, IS NOT NULL
     Literal literal{};
@@ -53,6 +61,7 @@ struct Fuente {
     enum class Reunion { Interna, Izquierda, Derecha };
     Clase clase = Clase::Tabla;
     qsizetype posicion = 0;
+    QString base{}; ///< another file, where the table is; empty for one of this base
     QString nombre{};
     QString alias{}; ///< empty: the name itself
     std::unique_ptr<Consulta> consulta{};
@@ -81,6 +90,7 @@ struct Tope {
 };
 
 struct Seleccion {
+    Trecho trecho{};
     bool distinto = false;     ///< DISTINCT
     bool distintaFila = false; ///< DISTINCTROW
     std::optional<Tope> tope{};
@@ -94,6 +104,7 @@ struct Seleccion {
 
 /// One SELECT, or several joined by UNION.
 struct Consulta {
+    Trecho trecho{};
     std::vector<Seleccion> partes{};
     std::vector<bool> todas{}; ///< for each part but the first: it came with UNION ALL
     std::vector<Orden> orden{};
@@ -120,7 +131,7 @@ struct Modificacion {
 };
 
 struct Borrado {
-    QString tabla{}; ///< of "DELETE t.*", else empty
+    std::vector<Elemento> elementos{}; ///< the table that loses rows, told by itself or its fields
     std::vector<std::unique_ptr<Fuente>> fuentes{};
     PExpresion donde{};
     qsizetype posicion = 0;
@@ -185,5 +196,19 @@ struct Llamada {
 
 using Sentencia = std::variant<Consulta, Insercion, Modificacion, Borrado, TablaNueva, IndiceNuevo,
                                CambioTabla, Eliminacion, ConsultaNueva, Llamada>;
+
+/// A parameter that a stored query declares.
+struct Parametro {
+    QString nombre{};
+    QString tipo{}; ///< in capitals
+    int ancho = 0;
+};
+
+/// A stored query.
+struct Guardada {
+    std::vector<Parametro> parametros{};
+    Sentencia sentencia{};
+    bool accesoDelDuenio = false; ///< WITH OWNERACCESS OPTION
+};
 
 } // namespace tolmo::data::access

@@ -1,5 +1,6 @@
 #include "data/access/esquema.h"
 #include "data/access/colacion.h"
+#include "data/access/errores_access.h"
 #include "data/access/fichero_access.h"
 #include "data/access/modulo_mdb.h"
 #include <algorithm>
@@ -17,10 +18,26 @@ bool TieneColacion(sqlite3* base, const QString& tabla, const QString& columna)
     return resultado == SQLITE_OK && colacion && qstricmp(colacion, Colacion) == 0;
 }
 
+QString EntreMarcas(const QString& nombre)
+{
+    return u'[' + nombre + u']';
+}
+
 bool TieneFilas(sqlite3* base, const QString& tabla)
 {
     return sqlite3_table_column_metadata(base, nullptr, tabla.toUtf8().constData(), "rowid",
                                          nullptr, nullptr, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+/// How the engine tells of a column that a virtual table doesn't show.
+constexpr int ColumnaEscondida = 1;
+
+void AnotaExacta(TablaVista& tabla, const QString& exacta)
+{
+    for (ColumnaVista& columna : tabla.columnas) {
+        if (ColumnaExacta(columna.nombre) == exacta)
+            columna.exacta = exacta;
+    }
 }
 
 } // namespace
@@ -47,12 +64,34 @@ const TablaVista* Esquema::Busca(const QString& nombre) const
     return &*hallada;
 }
 
+const TablaVista& Esquema::BuscaEn(const QString& base, const QString& tabla) const
+{
+    if (!fichero_)
+        Rechaza(
+            QStringLiteral(
+                "La tabla %1 está en otra base, y sólo se lee de otra desde un fichero de Access")
+                .arg(tabla));
+    const QString fichero = FicheroDeConexion(base);
+    if (fichero.isEmpty())
+        Rechaza(QStringLiteral("La tabla %1 está en otra base, con datos que no son de Access")
+                    .arg(tabla));
+    const QString nombre = EntreMarcas(fichero) + u'.' + tabla;
+    if (const TablaVista* vista = Busca(nombre))
+        return *vista;
+    base_.Ejecuta(SqlConectaTabla(nombre, fichero, tabla));
+    tablas_.insert(Llave(nombre), {.nombre = nombre, .deFichero = true, .enlace = true});
+    return *Busca(nombre);
+}
+
 std::vector<const TablaVista*> Esquema::Todas() const
 {
     Lee();
     std::vector<const TablaVista*> todas;
-    for (const TablaVista& tabla : std::as_const(tablas_))
-        todas.push_back(&tabla);
+    for (const TablaVista& tabla : std::as_const(tablas_)) {
+        // Those of other files aren't of this base; no name of its own begins with a bracket.
+        if (!tabla.nombre.startsWith(u'['))
+            todas.push_back(&tabla);
+    }
     std::sort(todas.begin(), todas.end(), [](const TablaVista* a, const TablaVista* b) {
         return ComparaTextos(a->nombre, b->nombre) < 0;
     });
@@ -81,10 +120,20 @@ void Esquema::Desconecta()
 void Esquema::Conecta(TablaVista& tabla) const
 {
     if (tabla.clase == TablaVista::Clase::Guardada)
-        tabla.texto = fichero_->TextoDeConsulta(tabla.nombre);
+        LeeConsulta(tabla);
     else
         base_.Ejecuta(SqlConectaTabla(tabla.nombre));
     tabla.conectada = true;
+}
+
+void Esquema::LeeConsulta(TablaVista& consulta) const
+{
+    try {
+        consulta.texto = fichero_->TextoDeConsulta(consulta.nombre);
+    } catch (const ErrorSql& error) {
+        // It matters only to whoever uses the query.
+        consulta.impedimento = error.Descripcion();
+    }
 }
 
 /// A table of the engine's own store goes before one of the file.
@@ -152,10 +201,16 @@ void Esquema::LeeColumnas(TablaVista& tabla) const
     const QSet<QString> primeras = esTabla ? PrimerasDeIndice(tabla.nombre) : QSet<QString>();
     while (filas.Paso()) {
         const TipoDeclarado tipo = LeeTipo(filas.Texto(2));
+        if (filas.Entero(6) == ColumnaEscondida) {
+            AnotaExacta(tabla, filas.Texto(1));
+            continue;
+        }
         ColumnaVista columna;
         columna.nombre = columna.columna = filas.Texto(1);
         columna.tipo = tipo.tipo;
         columna.ancho = tipo.ancho;
+        columna.precision = tipo.precision;
+        columna.escala = tipo.escala;
         columna.tabla = tabla.nombre;
         columna.propia = esTabla && EsTexto(tipo.tipo) &&
                          TieneColacion(base_.Manejo(), tabla.nombre, columna.nombre);
@@ -193,6 +248,43 @@ QSet<QString> Esquema::PrimerasDeIndice(const QString& tabla) const
     while (filas.Paso())
         primeras.insert(filas.Texto(0));
     return primeras;
+}
+
+std::vector<IndiceVisto> Esquema::IndicesDelFichero(const QString& tabla) const
+{
+    const mdb::Tabla suya = fichero_->Tabla(tabla);
+    std::vector<IndiceVisto> indices;
+    for (const mdb::IndiceLogico& logico : suya.definicion().indicesLogicos) {
+        IndiceVisto indice{.nombre = logico.nombre};
+        if (logico.real < suya.definicion().indicesReales.size()) {
+            for (const auto& en : suya.definicion().indicesReales[logico.real].columnas) {
+                if (const mdb::Columna* columna = suya.definicion().ColumnaDe(en.numero))
+                    indice.columnas << columna->nombre;
+            }
+        }
+        indices.push_back(std::move(indice));
+    }
+    return indices;
+}
+
+std::vector<IndiceVisto> Esquema::IndicesDe(const TablaVista& tabla) const
+{
+    if (tabla.deFichero)
+        return IndicesDelFichero(tabla.nombre);
+    // The names are of the whole base here; a number of rows that is a column has no index at all.
+    Preparada filas = base_.Prepara(
+        QStringLiteral(
+            "SELECT iif(i.origin = 'c', i.name, ''), group_concat(c.name, char(1)) FROM pragma_index_list(%1) AS i, pragma_index_info(i.name) AS c GROUP BY i.name UNION ALL SELECT '', name FROM pragma_table_info(%1) WHERE pk > 0")
+            .arg(TextoLiteral(tabla.nombre)));
+    std::vector<IndiceVisto> indices;
+    const QString delante = tabla.nombre + u'.';
+    while (filas.Paso()) {
+        const QString nombre = filas.Texto(0);
+        indices.push_back(
+            {.nombre = nombre.startsWith(delante) ? nombre.mid(delante.size()) : nombre,
+             .columnas = filas.Texto(1).split(QChar(1))});
+    }
+    return indices;
 }
 
 } // namespace tolmo::data::access

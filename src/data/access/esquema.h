@@ -4,6 +4,7 @@
 #include <QHash>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 #include <vector>
 
 namespace tolmo::data::access {
@@ -13,8 +14,11 @@ struct ColumnaVista {
     QString nombre{};
     Tipo tipo = Tipo::Desconocido;
     int ancho = 0;               ///< characters, 0 without limit
+    int precision = 0;           ///< digits of a decimal number, 0 for all else
+    int escala = 0;              ///< how many of them stand behind its point
     QString tabla{};             ///< the table that it stands in, empty for an expression
     QString columna{};           ///< its name there
+    QString exacta{};            ///< the one beside it that gives what a double can't hold
     bool conIndiceAjeno = false; ///< an index of another order begins with it
     bool propia = false;         ///< its indexes follow the order of the language
     QString defecto{};           ///< of a column of the file: an expression as Access keeps it
@@ -30,10 +34,17 @@ struct TablaVista {
     bool enlace = false;    ///< it lives in another file
     bool conectada = true;  ///< the engine knows it
     QString texto{};        ///< of a stored query
+    QString impedimento{};  ///< why a stored query has none that is of use here
     bool conFila = false;   ///< it has row numbers, by which a row can be told
     std::vector<ColumnaVista> columnas{};
 
     const ColumnaVista* Busca(const QString& columna) const;
+};
+
+/// An index of a table, as statements name it; what is only a part of the table itself has no name.
+struct IndiceVisto {
+    QString nombre{};
+    QStringList columnas{};
 };
 
 class FicheroAccess;
@@ -49,7 +60,11 @@ class Esquema {
 
     /// The table, view or stored query of that name, in any case; nullptr when there is none.
     const TablaVista* Busca(const QString& nombre) const;
+    /// A table of another base, which has to be an Access file. No error tells how it is reached
+    /// but for its path. \throws ErrorSql when it can't be opened
+    const TablaVista& BuscaEn(const QString& base, const QString& tabla) const;
     std::vector<const TablaVista*> Todas() const;
+    std::vector<IndiceVisto> IndicesDe(const TablaVista& tabla) const;
     void Olvida();
     /// Makes the engine forget the tables of the file too: they may have another shape now.
     void Desconecta();
@@ -58,10 +73,12 @@ class Esquema {
     void Lee() const;
     void LeeDelFichero() const;
     void Conecta(TablaVista& tabla) const;
+    void LeeConsulta(TablaVista& consulta) const;
     void LeeGuardadas() const;
     void LeeColumnas(TablaVista& tabla) const;
     void LeeExigencias(TablaVista& tabla) const;
     QSet<QString> PrimerasDeIndice(const QString& tabla) const;
+    std::vector<IndiceVisto> IndicesDelFichero(const QString& tabla) const;
 
     const Base& base_;
     const FicheroAccess* fichero_;

@@ -4,33 +4,42 @@
 namespace tolmo::data::access {
 
 FicheroAccess::FicheroAccess(const QString& ruta)
-    : paginas_(std::make_shared<mdb::TransaccionPaginas>(ruta)),
-      base_(std::make_unique<mdb::Base>(paginas_))
+    : paginas_(std::make_shared<mdb::TransaccionPaginas>(ruta)), enlazados_(paginas_)
 {
+    AbreBase();
+}
+
+void FicheroAccess::AbreBase()
+{
+    base_ = std::make_unique<mdb::Base>(
+        paginas_, [this](const QString& ruta) { return enlazados_.Abre(ruta); });
+}
+
+void FicheroAccess::AcabaLectura()
+{
+    enlazados_.AcabaLectura();
+    paginas_->AcabaLectura();
 }
 
 FicheroAccess::Sentencia::Sentencia(FicheroAccess& fichero)
     : fichero_(fichero), hayCambios_(fichero.paginas_->EmpiezaLectura())
 {
     fichero_.estabaEnUso_ = false;
+    hayCambios_ = fichero_.enlazados_.EmpiezaLectura() || hayCambios_;
     if (!hayCambios_)
         return;
     try {
         fichero_.NotaCambio();
-        fichero_.base_ = std::make_unique<mdb::Base>(fichero_.paginas_);
+        fichero_.AbreBase();
     } catch (...) {
-        fichero_.paginas_->AcabaLectura();
+        fichero_.AcabaLectura();
         throw;
     }
 }
 
-QString FicheroAccess::TextoDeConsulta(const QString& nombre) const
+FicheroAccess::Sentencia::~Sentencia()
 {
-    try {
-        return base_->SqlDeConsulta(nombre);
-    } catch (const mdb::ErrorMdb&) {
-        return {}; // an action, or one whose rows aren't to be understood
-    }
+    fichero_.AcabaLectura();
 }
 
 void FicheroAccess::Empieza()
@@ -66,7 +75,7 @@ void FicheroAccess::Deshace()
     if (!paginas_->Abierta())
         return;
     paginas_->Deshace();
-    base_ = std::make_unique<mdb::Base>(paginas_);
+    AbreBase();
 }
 
 void FicheroAccess::Marca(int numero)
@@ -110,7 +119,7 @@ mdb::TablaEscribible FicheroAccess::Escribible(const mdb::Tabla& tabla) const
 void FicheroAccess::Define(
     const std::function<void(const std::shared_ptr<mdb::PaginasEscribibles>&)>& cambio)
 {
-    const bool propia = !paginas_->Abierta();
+    const bool propia = !paginas_->Abierta() && !enTransaccion_();
     Empieza();
     const std::size_t marca = paginas_->Marca();
     try {
@@ -126,7 +135,7 @@ void FicheroAccess::Define(
         throw;
     }
     NotaCambio();
-    base_ = std::make_unique<mdb::Base>(paginas_);
+    AbreBase();
 }
 
 } // namespace tolmo::data::access

@@ -1,4 +1,5 @@
 #pragma once
+#include "data/access/ficheros_enlazados.h"
 #include "data/access/mdb/base_mdb.h"
 #include "data/access/mdb/define_tabla.h"
 #include "data/access/mdb/exigencias.h"
@@ -27,7 +28,7 @@ class FicheroAccess {
       public:
         /// \throws ErrorSql when another of this program writes for too long
         explicit Sentencia(FicheroAccess& fichero);
-        ~Sentencia() { fichero_.paginas_->AcabaLectura(); }
+        ~Sentencia();
         Sentencia(const Sentencia&) = delete;
         Sentencia& operator=(const Sentencia&) = delete;
 
@@ -47,15 +48,21 @@ class FicheroAccess {
     {
         return mdb::LeeExigencias(paginas_, tabla.definicion());
     }
-    /// The text of a saved query; empty for one that selects nothing.
-    QString TextoDeConsulta(const QString& nombre) const;
+    /// A table of another file, told by its path.
+    mdb::Tabla TablaDeOtro(const QString& fichero, const QString& tabla) const
+    {
+        return base_->AbreTablaDeOtro(fichero, tabla);
+    }
+    /// The text of a saved query. \throws ErrorSql that names it, for one that can't be used
+    QString TextoDeConsulta(const QString& nombre) const { return base_->SqlDeConsulta(nombre); }
 
     /// Counts the changes of the file, by whomever: what was gathered under another number is
     /// outdated.
     quint64 Version() const { return version_; }
     void NotaCambio() { ++version_; }
 
-    // Changes, which the engine makes in its own transactions.
+    // Changes, which the engine makes in its own transactions; `abierta` tells whether one is.
+    void MiraTransaccion(std::function<bool()> abierta) { enTransaccion_ = std::move(abierta); }
     /// \throws ErrorSql when somebody has the file open, or it can't be written
     void Empieza();
     void Confirma();
@@ -66,15 +73,21 @@ class FicheroAccess {
     /// \throws ErrorSql for a linked table, or one that can't be written
     mdb::TablaEscribible Escribible(const mdb::Tabla& tabla) const;
 
-    /// Changes the shape of the file, in the transaction that is open or in one of its own.
+    /// Changes the shape of the file, in the transaction that is open, also where only the engine's
+    /// own part has begun yet, or in one of its own.
     void Define(const std::function<void(const std::shared_ptr<mdb::PaginasEscribibles>&)>& cambio);
 
     /// True when a change of the last statement was refused because somebody has the file open.
     bool EstabaEnUso() const { return estabaEnUso_; }
 
   private:
+    void AbreBase();
+    void AcabaLectura();
+
     std::shared_ptr<mdb::TransaccionPaginas> paginas_;
-    std::unique_ptr<mdb::Base> base_;
+    FicherosEnlazados enlazados_;
+    std::unique_ptr<mdb::Base> base_{};
+    std::function<bool()> enTransaccion_ = [] { return false; };
     std::map<int, std::size_t> marcas_{}; ///< by the engine's number
     std::set<int> pedidas_{};             ///< before the transaction is open
     quint64 version_ = 1;

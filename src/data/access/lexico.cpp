@@ -148,6 +148,8 @@ class Cortador {
 // fixed text, which decides if an index can serve.
 QString HuellaLiteral(const Lexema& lexema, bool patron)
 {
+    if (lexema.EsLargo())
+        return QStringLiteral("?n");
     switch (lexema.ficha) {
     case Ficha::Texto:
         if (patron && !lexema.texto.isEmpty() && !QStringLiteral("%_").contains(lexema.texto[0]))
@@ -181,6 +183,15 @@ bool Lexema::EsLiteral() const
            ficha == Ficha::Fecha;
 }
 
+bool Lexema::EsLargo() const
+{
+    constexpr qsizetype CifrasDeDoble = 15;
+    bool cabe = true;
+    if (ficha == Ficha::Entero)
+        texto.toLongLong(&cabe);
+    return !cabe || (ficha == Ficha::Decimal && texto.size() > CifrasDeDoble);
+}
+
 std::vector<Lexema> Lexemas(const QString& sql)
 {
     return Cortador(sql).Corta();
@@ -204,8 +215,8 @@ QString Forma(std::vector<Lexema>& lexemas)
             enDonde = true;
         else if (lexema.Es("SELECT") || lexema.Es("GROUP"))
             enDonde = false;
-        const bool fijo =
-            (numero && (ordenada || (anterior && anterior->Es("TOP")))) || (agrupada && !enDonde);
+        const bool fijo = (numero && (ordenada || (anterior && anterior->Es("TOP")))) ||
+                          (agrupada && !enDonde) || (anterior && anterior->Es("IN"));
         if (lexema.EsLiteral() && !fijo) {
             lexema.literal = literales++;
             forma += HuellaLiteral(lexema, anterior && anterior->Es("LIKE"));

@@ -18,6 +18,8 @@ struct Lexema {
     bool Es(const char* palabra) const;
     bool EsSigno(const char* signo) const;
     bool EsLiteral() const;
+    /// A number with more digits than the engine's own hold.
+    bool EsLargo() const;
 };
 
 /// Cuts a statement into words, the last one of kind Fin.
@@ -26,8 +28,8 @@ std::vector<Lexema> Lexemas(const QString& sql);
 
 /// The statement without the values of its literals: two statements of one form share their
 /// translation. It numbers the literals (`Lexema::literal`); those that shape the statement itself
-/// (the number behind TOP, the ordinals of an ORDER BY, what may be a term of GROUP BY) stay in
-/// the form and get no number.
+/// (the number behind TOP, the ordinals of an ORDER BY, what may be a term of GROUP BY, the path of
+/// another base) stay in the form and get no number.
 QString Forma(std::vector<Lexema>& lexemas);
 
 } // namespace tolmo::data::access

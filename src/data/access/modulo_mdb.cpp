@@ -149,6 +149,18 @@ QString Declara(const mdb::Definicion& definicion)
     return QStringLiteral("CREATE TABLE x (%1)").arg(columnas.join(QStringLiteral(", ")));
 }
 
+/// The engine hands an argument on as it is written: in hexadecimal, behind a letter, it needs no
+/// quotes.
+QString AArgumento(const QString& texto)
+{
+    return u'x' + QString::fromLatin1(texto.toUtf8().toHex());
+}
+
+QString DeArgumento(const char* argumento)
+{
+    return QString::fromUtf8(QByteArray::fromHex(argumento + 1));
+}
+
 int Conecta(sqlite3* base, void* entorno, int argc, const char* const* argv, sqlite3_vtab** tabla,
             char** error)
 {
@@ -156,8 +168,9 @@ int Conecta(sqlite3* base, void* entorno, int argc, const char* const* argv, sql
         if (argc < 3)
             return SQLITE_ERROR;
         const auto& suyo = *static_cast<const Entorno*>(entorno);
-        auto nueva =
-            std::make_unique<TablaVirtual>(suyo, suyo.fichero.Tabla(QString::fromUtf8(argv[2])));
+        auto nueva = std::make_unique<TablaVirtual>(
+            suyo, argc < 5 ? suyo.fichero.Tabla(QString::fromUtf8(argv[2]))
+                           : suyo.fichero.TablaDeOtro(DeArgumento(argv[3]), DeArgumento(argv[4])));
         const QByteArray declaracion = Declara(nueva->tabla.definicion()).toUtf8();
         const int resultado = sqlite3_declare_vtab(base, declaracion.constData());
         if (resultado != SQLITE_OK)
@@ -427,6 +440,7 @@ void RegistraModuloMdb(sqlite3* base, FicheroAccess& fichero, const Esquema& esq
     if (sqlite3_create_module_v2(base, NombreModulo, &modulo, new Entorno{base, fichero, esquema},
                                  suelta) != SQLITE_OK)
         Rechaza(QString::fromUtf8(sqlite3_errmsg(base)));
+    fichero.MiraTransaccion([base] { return sqlite3_get_autocommit(base) == 0; });
     sqlite3_commit_hook(base, AlConfirmar, &fichero);
     sqlite3_rollback_hook(base, AlDeshacer, &fichero);
 }
@@ -435,6 +449,12 @@ QString SqlConectaTabla(const QString& nombre)
 {
     return QStringLiteral("CREATE VIRTUAL TABLE %1 USING %2")
         .arg(Identificador(nombre), QLatin1String(NombreModulo));
+}
+
+QString SqlConectaTabla(const QString& nombre, const QString& fichero, const QString& tabla)
+{
+    return SqlConectaTabla(nombre) +
+           QStringLiteral("(%1,%2)").arg(AArgumento(fichero), AArgumento(tabla));
 }
 
 QString SqlDesconectaTabla(const QString& nombre)

@@ -15,6 +15,12 @@ void RegistraModuloMdb(sqlite3* base, FicheroAccess& fichero, const Esquema& esq
 /// The statement that makes a table of the file known under its name; and the one that ends it,
 /// which leaves the file as it is.
 QString SqlConectaTabla(const QString& nombre);
+/// The same of a table of another file.
+QString SqlConectaTabla(const QString& nombre, const QString& fichero, const QString& tabla);
 QString SqlDesconectaTabla(const QString& nombre);
+
+/// The name of the column, which nobody sees, beside one of money or of decimal numbers: it gives
+/// the value for keeping, as text where a double can't hold it.
+QString ColumnaExacta(const QString& columna);
 
 } // namespace tolmo::data::access

@@ -1,6 +1,7 @@
 #include "data/access/proveedor_access.h"
 #include "data/access/analizador.h"
 #include "data/access/colacion.h"
+#include "data/access/consultas_guardadas.h"
 #include "data/access/define_mdb.h"
 #include "data/access/errores_access.h"
 #include "data/access/lectura.h"
@@ -21,14 +22,6 @@ bool LlevaParametros(const std::vector<Lexema>& lexemas)
             return true;
     }
     return lexemas[0].EsSigno("(");
-}
-
-// An action that is stored is none of the tables and views that a listing shows.
-bool EsSeleccion(const QString& texto)
-{
-    const QString inicio = texto.trimmed();
-    return inicio.startsWith(QLatin1String("SELECT"), Qt::CaseInsensitive) ||
-           inicio.startsWith(u'(');
 }
 
 } // namespace
@@ -349,7 +342,7 @@ std::vector<TablaEsquema> ProveedorAccess::Tablas()
         } else if (tabla->clase == TablaVista::Clase::Tabla) {
             tablas.push_back({tabla->nombre, QStringLiteral("TABLE")});
         } else if (tabla->clase == TablaVista::Clase::Vista ||
-                   EsSeleccion(esquema_.Busca(tabla->nombre)->texto)) {
+                   EsVista(esquema_.Busca(tabla->nombre)->texto)) {
             tablas.push_back({tabla->nombre, QStringLiteral("VIEW")});
         }
     }

@@ -142,6 +142,7 @@ class Traductor {
     Plan TraduceInsercion(const Insercion& insercion);
     Plan TraduceModificacion(const Modificacion& modificacion);
     Plan TraduceBorrado(const Borrado& borrado);
+    QString TablaDeBorrado(const Borrado& borrado, const Ambito& ambito);
     Plan TraduceLlamada(const Llamada& llamada);
     Plan TraduceSeleccionEnTabla(const Consulta& consulta);
     QString OrdenDe(const Piezas& piezas) const;

@@ -218,6 +218,9 @@ Trozo Traductor::ExprColumna(const Expresion& e, const Ambito& ambito)
     }
     if (e.tabla.isEmpty())
         RechazaEn(e.posicion, QStringLiteral("No se conoce el campo %1").arg(e.nombre));
+    if (e.tabla.contains(u'!'))
+        RechazaEn(e.posicion,
+                  QStringLiteral("Falta el valor del parámetro %1!%2").arg(e.tabla, e.nombre));
     RechazaEn(e.posicion,
               tablaHallada
                   ? QStringLiteral("No se conoce el campo %1.%2").arg(e.tabla, e.nombre)

@@ -1,4 +1,4 @@
-#include "data/access/analizador.h"
+#include "data/access/consultas_guardadas.h"
 #include "data/access/errores_access.h"
 #include "data/access/traductor.h"
 #include <algorithm>
@@ -74,7 +74,8 @@ void Traductor::RecogeFuentes(const Fuente& fuente, Ambito& ambito,
 
 void Traductor::RecogeTabla(const Fuente& fuente, Ambito::FuenteVista& vista, QString& texto)
 {
-    const TablaVista* tabla = esquema_.Busca(fuente.nombre);
+    const TablaVista* tabla = fuente.base.isEmpty() ? esquema_.Busca(fuente.nombre)
+                                                    : &esquema_.BuscaEn(fuente.base, fuente.nombre);
     if (!tabla)
         RechazaEn(fuente.posicion,
                   QStringLiteral("No se conoce la tabla o consulta %1").arg(fuente.nombre));
@@ -85,13 +86,14 @@ void Traductor::RecogeTabla(const Fuente& fuente, Ambito::FuenteVista& vista, QS
             vista.tabla = tabla->nombre;
         return;
     }
-    const Sentencia guardada = AnalizaFija(tabla->texto);
-    const auto* consulta = std::get_if<Consulta>(&guardada);
+    const Guardada guardada = AbreGuardada(*tabla, fuente.posicion);
+    const auto* consulta = std::get_if<Consulta>(&guardada.sentencia);
     if (!consulta || guardadas_ >= HonduraMaxima)
         RechazaEn(fuente.posicion,
                   QStringLiteral("No se puede leer de la consulta %1").arg(tabla->nombre));
     ++guardadas_;
-    texto = u'(' + TraduceConsulta(*consulta, nullptr, vista.columnas) + u')';
+    texto = EnConsulta(
+        *tabla, [&] { return u'(' + TraduceConsulta(*consulta, nullptr, vista.columnas) + u')'; });
     --guardadas_;
 }
 

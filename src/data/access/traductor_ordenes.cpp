@@ -1,7 +1,8 @@
-#include "data/access/analizador.h"
+#include "data/access/consultas_guardadas.h"
 #include "data/access/errores_access.h"
 #include "data/access/predeterminados.h"
 #include "data/access/traductor.h"
+#include <algorithm>
 
 namespace tolmo::data::access {
 namespace {
@@ -219,6 +220,40 @@ const TablaVista& Traductor::TablaDeFuente(const Ambito& ambito, const QString& 
     RechazaEn(posicion, QStringLiteral("%1 no es una tabla que se pueda modificar").arg(alias));
 }
 
+// "DELETE * FROM t", "DELETE t.* FROM ...", "DELETE t FROM ...", or with fields of the table, as
+// Access writes them into a query where they have a condition.
+QString Traductor::TablaDeBorrado(const Borrado& borrado, const Ambito& ambito)
+{
+    QString alias;
+    const auto es = [&](const QString& tabla) {
+        if (!alias.isEmpty() && Llave(alias) != Llave(tabla))
+            RechazaEn(borrado.posicion,
+                      QStringLiteral("DELETE sólo puede borrar registros de una tabla"));
+        alias = tabla;
+    };
+    for (const Elemento& elemento : borrado.elementos) {
+        const Expresion* e = elemento.expresion.get();
+        const bool nombre = e && e->clase == Expresion::Clase::Columna;
+        const bool deFuente =
+            nombre && e->tabla.isEmpty() &&
+            std::any_of(ambito.fuentes.begin(), ambito.fuentes.end(), [&](const auto& fuente) {
+                return Llave(fuente.alias) == Llave(e->nombre);
+            });
+        if (deFuente)
+            es(e->nombre);
+        else if (nombre)
+            es(ExprColumna(*e, ambito).fuente);
+        else if (e)
+            RechazaEn(elemento.posicion,
+                      QStringLiteral("DELETE pide una tabla, y no una expresión"));
+        else if (!elemento.tabla.isEmpty())
+            es(elemento.tabla);
+    }
+    if (alias.isEmpty() && ambito.fuentes.size() > 1)
+        RechazaEn(borrado.posicion, QStringLiteral("DELETE ha de decir de qué tabla se borra"));
+    return alias.isEmpty() ? ambito.fuentes[0].alias : alias;
+}
+
 Plan Traductor::TraduceBorrado(const Borrado& borrado)
 {
     Ambito ambito;
@@ -226,9 +261,7 @@ Plan Traductor::TraduceBorrado(const Borrado& borrado)
     const QString donde =
         borrado.donde ? QStringLiteral(" WHERE ") + Filtro(*borrado.donde, ambito) : QString();
     Plan plan;
-    if (borrado.tabla.isEmpty() && ambito.fuentes.size() > 1)
-        RechazaEn(borrado.posicion, QStringLiteral("DELETE ha de decir de qué tabla se borra"));
-    const QString alias = borrado.tabla.isEmpty() ? ambito.fuentes[0].alias : borrado.tabla;
+    const QString alias = TablaDeBorrado(borrado, ambito);
     const TablaVista& tabla = TablaDeFuente(ambito, alias, borrado.posicion);
     if (EsTablaSola(borrado.fuentes)) {
         plan.sql << QStringLiteral("DELETE FROM %1%2").arg(ConAlias(tabla, ambito), donde);
@@ -245,8 +278,9 @@ Plan Traductor::TraduceLlamada(const Llamada& llamada)
     if (!consulta || consulta->clase != TablaVista::Clase::Guardada || guardadas_ > 0)
         RechazaEn(llamada.posicion,
                   QStringLiteral("No se conoce la sentencia o consulta %1").arg(llamada.nombre));
+    const Guardada guardada = AbreGuardada(*consulta, llamada.posicion);
     ++guardadas_;
-    Plan plan = Traduce(AnalizaFija(consulta->texto), false);
+    Plan plan = EnConsulta(*consulta, [&] { return Traduce(guardada.sentencia, false); });
     --guardadas_;
     return plan;
 }

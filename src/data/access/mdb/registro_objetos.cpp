@@ -1,5 +1,9 @@
 #include "data/access/mdb/registro_objetos.h"
+#include "data/access/mdb/fila_de_sistema.h"
 #include <QDateTime>
+#include <QSet>
+#include <algorithm>
+#include <limits>
 #include <map>
 
 namespace tolmo::data::access::mdb {
@@ -11,29 +15,6 @@ constexpr qint32 BaseDeDatos = 0x10000000; ///< MSysDb
 constexpr qint32 ElCatalogo = 2;           ///< its owner is the engine itself
 /// What makes of the engine's name the one that stands for whoever makes an object.
 constexpr char QuienCrea[] = {0x00, 0x07};
-
-/// Fills a row of a table by the names of its columns; the others stay Null.
-class Renglon {
-  public:
-    explicit Renglon(const Tabla& tabla)
-        : tabla_(tabla), valores_(tabla.definicion().columnas.size())
-    {
-    }
-    Renglon& Con(const char* columna, const Dato& valor)
-    {
-        const Columna& c = tabla_[QString::fromLatin1(columna)];
-        valores_[static_cast<std::size_t>(&c - tabla_.definicion().columnas.data())] = valor;
-        return *this;
-    }
-    void Inserta(const std::shared_ptr<PaginasEscribibles>& paginas) const
-    {
-        TablaEscribible(paginas, tabla_, TablaEscribible::Clase::DeSistema).Inserta(valores_);
-    }
-
-  private:
-    const Tabla& tabla_;
-    std::vector<Dato> valores_;
-};
 
 qint32 Numero(const Fila& fila, const Columna& columna)
 {
@@ -90,8 +71,8 @@ QByteArray RegistroDeObjetos::DuenioDe(qint32 id) const
 void RegistroDeObjetos::Anota(const Anotacion& anotacion)
 {
     const Fecha ahora = FechaDe(QDateTime::currentDateTime());
-    Renglon renglon(objetos_);
-    renglon.Con("Id", qint64{anotacion.id})
+    FilaDeSistema fila(objetos_);
+    fila.Con("Id", qint64{anotacion.id})
         .Con("ParentId", qint64{anotacion.padre})
         .Con("Name", anotacion.nombre)
         .Con("Type", qint64{anotacion.clase})
@@ -99,15 +80,15 @@ void RegistroDeObjetos::Anota(const Anotacion& anotacion)
         .Con("DateUpdate", ahora)
         .Con("Flags", qint64{anotacion.marcas});
     if (!anotacion.duenio.isEmpty())
-        renglon.Con("Owner", anotacion.duenio);
+        fila.Con("Owner", anotacion.duenio);
     if (!anotacion.propiedades.isEmpty())
-        renglon.Con("LvProp", anotacion.propiedades);
-    renglon.Inserta(paginas_);
+        fila.Con("LvProp", anotacion.propiedades);
+    fila.Inserta(paginas_);
 }
 
 void RegistroDeObjetos::Anota(const Derecho& derecho)
 {
-    Renglon(derechos_)
+    FilaDeSistema(derechos_)
         .Con("ObjectId", qint64{derecho.objeto})
         .Con("SID", derecho.quien)
         .Con("ACM", qint64{derecho.cual})
@@ -118,14 +99,47 @@ void RegistroDeObjetos::Anota(const Derecho& derecho)
 void RegistroDeObjetos::AnotaTabla(quint32 definicion, const QString& nombre,
                                    const QByteArray& propiedades)
 {
+    AnotaDelUsuario({.id = static_cast<qint32>(definicion),
+                     .nombre = nombre,
+                     .clase = clase_objeto::TablaLocal,
+                     .propiedades = propiedades});
+}
+
+qint32 RegistroDeObjetos::AnotaConsulta(const QString& nombre, qint32 marcas)
+{
+    const qint32 id = IdLibre();
+    AnotaDelUsuario(
+        {.id = id, .nombre = nombre, .clase = clase_objeto::Consulta, .marcas = marcas});
+    return id;
+}
+
+/// Objects without a definition have negative numbers, each the one after the last; the lowest that
+/// is free where the last one is taken.
+qint32 RegistroDeObjetos::IdLibre() const
+{
+    QSet<qint32> tomados;
+    qint32 siguiente = std::numeric_limits<qint32>::min();
+    const Catalogo catalogo(objetos_);
+    for (const Objeto& objeto : catalogo.Objetos()) {
+        tomados.insert(objeto.id);
+        if (objeto.id < 0)
+            siguiente = std::max(siguiente, objeto.id + 1);
+    }
+    if (siguiente < 0)
+        return siguiente;
+    qint32 libre = std::numeric_limits<qint32>::min();
+    while (tomados.contains(libre))
+        ++libre;
+    return libre;
+}
+
+/// An object among the tables, which belongs to Admin, and the rights that Access gives to one.
+void RegistroDeObjetos::AnotaDelUsuario(Anotacion anotacion)
+{
     const QByteArray duenio = DuenioDe(BaseDeDatos);
-    const auto id = static_cast<qint32>(definicion);
-    Anota(Anotacion{.id = id,
-                    .padre = Catalogo::PadreTablas,
-                    .nombre = nombre,
-                    .clase = clase_objeto::TablaLocal,
-                    .duenio = duenio,
-                    .propiedades = propiedades});
+    anotacion.padre = Catalogo::PadreTablas;
+    anotacion.duenio = duenio;
+    Anota(anotacion);
 
     QByteArray quienCrea = DuenioDe(ElCatalogo);
     for (qsizetype i = 0; i < quienCrea.size() && i < qsizetype{sizeof QuienCrea}; ++i)
@@ -140,7 +154,7 @@ void RegistroDeObjetos::AnotaTabla(quint32 definicion, const QString& nombre,
         derechos[quien == quienCrea ? duenio : quien] |= Numero(fila, derechos_["ACM"]);
     }
     for (const auto& [quien, cual] : derechos)
-        Anota(Derecho{.objeto = id, .quien = quien, .cual = cual});
+        Anota(Derecho{.objeto = anotacion.id, .quien = quien, .cual = cual});
 }
 
 void RegistroDeObjetos::Borra(const Objeto& objeto)

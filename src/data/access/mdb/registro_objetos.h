@@ -19,6 +19,8 @@ class RegistroDeObjetos {
 
     /// A table of the user's, and the rights that Access gives to a new one.
     void AnotaTabla(quint32 definicion, const QString& nombre, const QByteArray& propiedades);
+    /// A saved query, with the same rights. \returns its Id
+    qint32 AnotaConsulta(const QString& nombre, qint32 marcas);
     void Borra(const Objeto& objeto);
 
     /// A row of MSysObjects.
@@ -43,6 +45,8 @@ class RegistroDeObjetos {
 
   private:
     Tabla Abre(quint32 pagina, const QString& nombre) const;
+    void AnotaDelUsuario(Anotacion anotacion);
+    qint32 IdLibre() const;
     QByteArray DuenioDe(qint32 id) const;
 
     std::shared_ptr<PaginasEscribibles> paginas_;
