@@ -143,6 +143,12 @@ std::string_view SinBlancosDetras(std::string_view texto)
     return texto;
 }
 
+QString TextoMayor()
+{
+    const char32_t mayor = MayorDeTodos;
+    return QString::fromUcs4(&mayor, 1);
+}
+
 // From one character before the place, which is equal in both: a mark at the place changes it.
 int ComparaDesde(std::size_t lugar, std::string_view a, std::string_view b)
 {
@@ -198,8 +204,13 @@ Tramo TramoDePrefijo(const QString& prefijo)
         if (PesosLatinos[numero].primero)
             base += c;
     }
-    const char32_t mayor = MayorDeTodos;
-    return {base, base + QString::fromUcs4(&mayor, 1)};
+    return {base, base + TextoMayor()};
+}
+
+std::optional<QString> PrincipioHasta(const QString& hasta)
+{
+    const QString mayor = TextoMayor();
+    return hasta.endsWith(mayor) ? std::optional(hasta.chopped(mayor.size())) : std::nullopt;
 }
 
 void RegistraColacion(sqlite3* base)

@@ -1,5 +1,6 @@
 #pragma once
 #include <QString>
+#include <optional>
 #include <string_view>
 
 struct sqlite3;
@@ -23,6 +24,9 @@ struct Tramo {
     QString hasta{};
 };
 Tramo TramoDePrefijo(const QString& prefijo);
+/// What the texts begin with that a bound `hasta` of TramoDePrefijo closes; nothing for any other
+/// text.
+std::optional<QString> PrincipioHasta(const QString& hasta);
 
 void RegistraColacion(sqlite3* base);
 

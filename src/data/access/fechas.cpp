@@ -164,12 +164,27 @@ std::optional<Momento> LeeIso(std::string_view texto)
     return momento.dia.isValid() ? std::optional(momento) : std::nullopt;
 }
 
+// Without a general formatter, which took a quarter of the time of reading a table with two dates.
 QString Iso(const Momento& momento)
 {
-    const int hora = momento.segundos / 3600;
-    return QString::asprintf("%04d-%02d-%02d %02d:%02d:%02d", momento.dia.year(),
-                             momento.dia.month(), momento.dia.day(), hora,
-                             momento.segundos / 60 % 60, momento.segundos % 60);
+    int anio = 0;
+    int mes = 0;
+    int dia = 0;
+    momento.dia.getDate(&anio, &mes, &dia);
+    QString texto =
+        QString::number(anio).rightJustified(4, u'0') + QStringLiteral("-00-00 00:00:00");
+    QChar* letra = texto.end();
+    const auto ponDelante = [&letra](int numero) {
+        *--letra = QChar(u'0' + numero % 10);
+        *--letra = QChar(u'0' + numero / 10);
+        --letra;
+    };
+    ponDelante(momento.segundos % 60);
+    ponDelante(momento.segundos / 60 % 60);
+    ponDelante(momento.segundos / 3600);
+    ponDelante(dia);
+    ponDelante(mes);
+    return texto;
 }
 
 QString TextoMomento(const Momento& momento)

@@ -1,4 +1,5 @@
 #include "data/access/lectura_mdb.h"
+#include "data/access/colacion.h"
 #include "data/access/mdb/clave.h"
 #include "data/access/valores_mdb.h"
 #include <sqlite3.h>
@@ -13,9 +14,9 @@ std::span<const quint8> Bytes(const QByteArray& bytes)
 }
 
 /// The stretch of an index that a plan and its arguments mean.
-class Tramo {
+class TramoDeIndice {
   public:
-    Tramo(const mdb::Tabla& tabla, const mdb::IndiceReal& indice)
+    TramoDeIndice(const mdb::Tabla& tabla, const mdb::IndiceReal& indice)
         : tabla_(tabla), indice_(indice), version_(tabla.paginas().formato().version)
     {
     }
@@ -30,8 +31,12 @@ class Tramo {
             const auto margen = MargenDe(argumentos[static_cast<std::size_t>(i)], suya);
             if (!margen || !Pon(partes[i], *margen, suya, deIndice.descendente))
                 return false;
-            if (partes[i] == '=')
-                ++columna;
+            if (partes[i] != '=')
+                continue;
+            // Behind a stretch of values the next columns are in no order.
+            if (!margen->exacto || !SeBuscaExacta(suya.tipo))
+                return true;
+            ++columna;
         }
         return true;
     }
@@ -41,8 +46,20 @@ class Tramo {
     QByteArray hasta{};
 
   private:
+    /// Of the texts that all begin alike, the bound is what their keys share.
     std::optional<QByteArray> Clave(const mdb::Dato& dato, const mdb::Columna& columna,
                                     bool descendente) const
+    {
+        const auto* texto = std::get_if<QString>(&dato);
+        const auto comienzo = texto ? PrincipioHasta(*texto) : std::nullopt;
+        if (!comienzo)
+            return ClaveEntera(dato, columna, descendente);
+        const auto clave = ClaveEntera(*comienzo, columna, descendente);
+        return clave ? std::optional(mdb::HastaFinDeCodigos(*clave, descendente)) : std::nullopt;
+    }
+
+    std::optional<QByteArray> ClaveEntera(const mdb::Dato& dato, const mdb::Columna& columna,
+                                          bool descendente) const
     {
         const auto con = [&](mdb::Expansion expansion) {
             return mdb::ClaveDeValor(dato, columna, descendente,
@@ -109,7 +126,7 @@ void LecturaMdb::EmpiezaPorIndice(const PlanLectura& plan,
             return EmpiezaSinFilas();
     const mdb::IndiceReal& indice =
         tabla_.definicion().indicesReales.at(static_cast<std::size_t>(plan.indice));
-    Tramo tramo(tabla_, indice);
+    TramoDeIndice tramo(tabla_, indice);
     if (!tramo.Toma(plan.partes, argumentos))
         return EmpiezaPorTodo();
     todo_.reset();

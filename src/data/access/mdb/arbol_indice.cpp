@@ -1,6 +1,5 @@
 #include "data/access/mdb/arbol_indice.h"
 #include "data/access/mdb/asignacion.h"
-#include "data/access/mdb/edicion_indice.h"
 #include "data/access/mdb/errores_mdb.h"
 #include "data/access/mdb/escribe_bytes.h"
 #include "data/access/mdb/mapa.h"
@@ -23,6 +22,14 @@ void EscribePagina(PaginasEscribibles& paginas, quint32 numero, const CabeceraIn
 {
     EscribeCabecera(paginas, numero, cabecera);
     EscribeEntradas(paginas, numero, entradas, cabecera.esNodo);
+}
+
+void CompruebaLargo(const Paginas& paginas, const BytesEntrada& entrada)
+{
+    if (entrada.size() + TamHijo > paginas.formato().SitioEntradas() / 2)
+        throw ErrorMdb(Motivo::NoAdmitido,
+                       QStringLiteral("El valor es demasiado largo para un índice"),
+                       {.fichero = paginas.Nombre()});
 }
 
 /// Where entries are cut in two. What stands at the place goes to the right; of a node's entries it
@@ -163,19 +170,95 @@ void ArbolIndice::Recorre(std::span<const quint8> desde, Vista&& vista) const
     Falla(QStringLiteral("Las páginas de un índice forman un anillo"), paso.pagina.Numero());
 }
 
-void ArbolIndice::Inserta(const QByteArray& clave, Puntero fila)
+bool ArbolIndice::Inserta(const QByteArray& clave, Puntero fila)
 {
     const BytesEntrada entrada = EntradaDeHoja(clave, fila);
-    if (entrada.size() + TamHijo > paginas_.formato().SitioEntradas() / 2)
-        throw ErrorMdb(Motivo::NoAdmitido,
-                       QStringLiteral("El valor es demasiado largo para un índice"),
-                       {.fichero = paginas_.Nombre()});
+    CompruebaLargo(paginas_, entrada);
     const Camino camino = Baja(entrada);
     const Paso& hoja = camino.back();
     if (!hoja.PorElFinal() && Iguales(EntradaEn(hoja.pagina, hoja.lugar).Todo(), entrada))
         Falla(QStringLiteral("El índice ya tiene la entrada de una fila nueva"),
               hoja.pagina.Numero());
+    const bool nueva = !HayVecina(hoja, clave);
     Mete(camino, camino.size() - 1, entrada);
+    return nueva;
+}
+
+void ArbolIndice::Llena(std::vector<BytesEntrada> entradas)
+{
+    for (const BytesEntrada& entrada : entradas)
+        CompruebaLargo(paginas_, entrada);
+    bool deNodo = false;
+    quint32 cola = 0;
+    while (!Caben(paginas_.formato(), entradas, deNodo)) {
+        entradas = LlenaNivel(entradas, deNodo, cola);
+        deNodo = true;
+    }
+    EscribePagina(paginas_, indice_.raiz, {.esNodo = deNodo, .tabla = definicion_, .cola = cola},
+                  entradas);
+}
+
+/// Writes all pages of a level, each as full as can be. `cola` is the tail behind the last entry of
+/// a level of nodes, and becomes that of the level above. \returns the entries of the level above
+std::vector<BytesEntrada> ArbolIndice::LlenaNivel(std::span<const BytesEntrada> entradas,
+                                                  bool deNodo, quint32& cola)
+{
+    std::vector<BytesEntrada> arriba;
+    quint32 anterior = 0;
+    while (true) {
+        std::size_t cuantas = CuantasCaben(paginas_.formato(), entradas, deNodo);
+        const bool ultima = cuantas == entradas.size();
+        // One entry goes up, and one has to be left for the last node.
+        if (deNodo && !ultima)
+            cuantas = std::min(cuantas, entradas.size() - 2);
+        const quint32 pagina = PidePagina(paginas_, indice_.mapa);
+        const quint32 suCola = !deNodo || ultima ? cola : Entrada(entradas[cuantas], true).Hijo();
+        EscribePagina(
+            paginas_, pagina,
+            {.esNodo = deNodo, .tabla = definicion_, .anterior = anterior, .cola = suCola},
+            entradas.first(cuantas));
+        if (anterior != 0)
+            PonSiguiente(paginas_, anterior, pagina);
+        anterior = pagina;
+        if (ultima) {
+            cola = pagina;
+            return arriba;
+        }
+        if (deNodo) {
+            SeparaHijos(suCola);
+            const Entrada sube(entradas[cuantas], true);
+            arriba.push_back(EntradaDeNodo(sube.ClaveYFila(), pagina));
+            entradas = entradas.subspan(cuantas + 1);
+        } else {
+            arriba.push_back(EntradaDeNodo(entradas[cuantas - 1], pagina));
+            entradas = entradas.subspan(cuantas);
+        }
+    }
+}
+
+/// True when the entry before or behind a place in a leaf has this key: those of one key lie
+/// together.
+bool ArbolIndice::HayVecina(const Paso& hoja, const QByteArray& clave) const
+{
+    const auto tiene = [&](const PaginaIndice& pagina, std::size_t lugar) {
+        return lugar < pagina.Entradas() &&
+               Iguales(EntradaEn(pagina, lugar).Clave(), BytesDe(clave).Todo());
+    };
+    const PaginaIndice& pagina = hoja.pagina;
+    const auto detras = [&] {
+        if (!hoja.PorElFinal())
+            return tiene(pagina, hoja.lugar);
+        return pagina.Siguiente() != 0 && tiene(Vecina(pagina.Siguiente(), pagina), 0);
+    };
+    const auto delante = [&] {
+        if (hoja.lugar > 0)
+            return tiene(pagina, hoja.lugar - 1);
+        if (pagina.Anterior() == 0)
+            return false;
+        const PaginaIndice anterior = Vecina(pagina.Anterior(), pagina);
+        return anterior.Entradas() > 0 && tiene(anterior, anterior.Entradas() - 1);
+    };
+    return delante() || detras();
 }
 
 /// Puts an entry into the page of a level, which may have to be split for it.

@@ -1,5 +1,6 @@
 #pragma once
 #include "data/access/mdb/definicion.h"
+#include "data/access/mdb/edicion_indice.h"
 #include "data/access/mdb/errores_mdb.h"
 #include "data/access/mdb/pagina_indice.h"
 #include "data/access/mdb/paginas_escribibles.h"
@@ -16,10 +17,14 @@ class ArbolIndice {
     /// `definicion` is the page of the table's definition. The references outlive the tree.
     ArbolIndice(PaginasEscribibles& paginas, quint32 definicion, const IndiceReal& indice);
 
-    /// Adds the entry of a row.
+    /// Adds the entry of a row. \returns whether no other row has this key
     /// \throws ErrorMdb when the tree is broken or has it already, or the key is too long: two
     /// entries have to have room in a page
-    void Inserta(const QByteArray& clave, Puntero fila);
+    bool Inserta(const QByteArray& clave, Puntero fila);
+
+    /// Fills an empty index. Each entry is one of a leaf, and they are in order.
+    /// \throws ErrorMdb when a key is too long
+    void Llena(std::vector<BytesEntrada> entradas);
 
     /// Takes the entry of a row away. \returns false when it isn't there
     bool Borra(const QByteArray& clave, Puntero fila);
@@ -55,7 +60,10 @@ class ArbolIndice {
     }
     [[noreturn]] void Falla(const QString& frase, quint32 pagina) const;
 
+    bool HayVecina(const Paso& lugar, const QByteArray& clave) const;
     void Mete(const Camino& camino, std::size_t nivel, const std::vector<quint8>& entrada);
+    std::vector<BytesEntrada> LlenaNivel(std::span<const BytesEntrada> entradas, bool deNodo,
+                                         quint32& cola);
     void ParteRaiz(Mitades& mitades);
     void Parte(const Camino& camino, std::size_t nivel, Mitades& mitades);
     void SeparaHijos(quint32 ultimo);

@@ -12,6 +12,7 @@ constexpr char ConValor = 0x7F;
 constexpr char ConValorDescendente = '\x80';
 constexpr qsizetype TamGrupo = 8;
 constexpr char SigueGrupo = 9;
+constexpr char FinDeCodigos = 1; ///< in no code of a letter
 
 QByteArray Complemento(QByteArray bytes)
 {
@@ -161,6 +162,12 @@ std::optional<QByteArray> ClaveDeValor(const Dato& dato, const Columna& columna,
     if (!clave)
         return std::nullopt;
     return (descendente ? ConValorDescendente : ConValor) + *clave;
+}
+
+QByteArray HastaFinDeCodigos(const QByteArray& clave, bool descendente)
+{
+    const auto fin = static_cast<char>(descendente ? ~FinDeCodigos : FinDeCodigos);
+    return clave.left(clave.indexOf(fin, 1));
 }
 
 ClaveDeFila ClaveDe(const Definicion& definicion, const IndiceReal& indice,

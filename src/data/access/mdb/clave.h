@@ -20,6 +20,10 @@ struct ReglasClave {
 std::optional<QByteArray> ClaveDeValor(const Dato& dato, const Columna& columna, bool descendente,
                                        const ReglasClave& reglas);
 
+/// The front part of what ClaveDeValor gave for a text: the codes of its letters, which every text
+/// that goes on after them shares.
+QByteArray HastaFinDeCodigos(const QByteArray& clave, bool descendente);
+
 /// The entry of a row in an index.
 struct ClaveDeFila {
     enum class Caso {

@@ -94,16 +94,7 @@ std::vector<Propiedad> PropiedadesDe(const NuevaTabla& tabla)
 void LlenaIndice(PaginasEscribibles& paginas, const Tabla& tabla)
 {
     IndicesDeTabla indices(paginas, tabla);
-    const std::size_t nuevo = indices.Cuantos() - 1;
-    const std::vector<Columna>& columnas = tabla.definicion().columnas;
-    std::vector<Dato> valores(columnas.size());
-    for (Cursor cursor(tabla); cursor.Siguiente();) {
-        for (const std::size_t columna : indices.Columnas(nuevo))
-            valores[columna] = cursor.fila().Lee(columnas[columna]);
-        const ClaveDeFila clave = indices.Clave(nuevo, valores);
-        indices.CompruebaUnica(nuevo, valores);
-        indices.Anade(nuevo, clave, cursor.puntero());
-    }
+    indices.Llena(indices.Cuantos() - 1);
 }
 
 void SueltaTabla(PaginasEscribibles& paginas, const Definicion& definicion)

@@ -21,29 +21,30 @@ void PonFines(std::span<quint8> bytes, const Formato& formato, std::size_t prefi
     Pon(bytes, formato.prefijo, static_cast<quint16>(prefijo));
 }
 
+/// What follows the key in an entry.
+std::size_t Resto(bool deNodo)
+{
+    return TamFila + (deNodo ? TamHijo : 0);
+}
+
+/// How many of the first `comun` bytes of an entry another one has in its key too.
+std::size_t Comun(const BytesEntrada& una, const BytesEntrada& otra, std::size_t comun, bool deNodo)
+{
+    const auto suyos = std::span(una).first(std::min(comun, otra.size() - Resto(deNodo)));
+    const auto distinto = std::mismatch(suyos.begin(), suyos.end(), otra.begin());
+    return static_cast<std::size_t>(distinto.first - suyos.begin());
+}
+
 /// The bytes that all entries share and that no entry needs for more than its key.
 std::size_t MejorPrefijo(std::span<const BytesEntrada> entradas, bool deNodo)
 {
     if (entradas.size() < 2)
         return 0;
-    const std::size_t resto = TamFila + (deNodo ? TamHijo : 0);
     const BytesEntrada& primera = entradas.front();
-    std::size_t comun = primera.size() - resto;
-    for (const BytesEntrada& entrada : entradas) {
-        comun = std::min(comun, entrada.size() - resto);
-        const auto suyos = std::span(primera).first(comun);
-        const auto distinto = std::mismatch(suyos.begin(), suyos.end(), entrada.begin());
-        comun = static_cast<std::size_t>(distinto.first - suyos.begin());
-    }
-    return comun;
-}
-
-std::size_t TamGuardado(std::span<const BytesEntrada> entradas, std::size_t prefijo)
-{
-    std::size_t tam = entradas.empty() ? 0 : prefijo;
+    std::size_t comun = primera.size() - Resto(deNodo);
     for (const BytesEntrada& entrada : entradas)
-        tam += entrada.size() - prefijo;
-    return tam;
+        comun = Comun(primera, entrada, comun, deNodo);
+    return comun;
 }
 
 BytesEntrada ConNumero(std::span<const quint8> bytes, quint32 numero)
@@ -110,9 +111,24 @@ std::vector<BytesEntrada> TodasLasEntradas(const PaginaIndice& pagina)
     return entradas;
 }
 
+std::size_t CuantasCaben(const Formato& formato, std::span<const BytesEntrada> entradas,
+                         bool deNodo)
+{
+    std::size_t enteras = 0;
+    std::size_t comun = entradas.empty() ? 0 : entradas.front().size() - Resto(deNodo);
+    for (std::size_t i = 0; i < entradas.size(); ++i) {
+        enteras += entradas[i].size();
+        comun = Comun(entradas.front(), entradas[i], comun, deNodo);
+        // All but the first are stored without what they share.
+        if (enteras - i * comun > formato.SitioEntradas())
+            return i;
+    }
+    return entradas.size();
+}
+
 bool Caben(const Formato& formato, std::span<const BytesEntrada> entradas, bool deNodo)
 {
-    return TamGuardado(entradas, MejorPrefijo(entradas, deNodo)) <= formato.SitioEntradas();
+    return CuantasCaben(formato, entradas, deNodo) == entradas.size();
 }
 
 void EscribeEntradas(PaginasEscribibles& paginas, quint32 numero,

@@ -30,7 +30,11 @@ void PonCola(PaginasEscribibles& paginas, quint32 numero, quint32 cola);
 
 std::vector<BytesEntrada> TodasLasEntradas(const PaginaIndice& pagina);
 
-/// True when a page has room for these entries, in the shortest form that they have.
+/// How many of these entries, which are in order, a page has room for, in the shortest form that
+/// they have.
+std::size_t CuantasCaben(const Formato& formato, std::span<const BytesEntrada> entradas,
+                         bool deNodo);
+/// True when it has room for all of them.
 bool Caben(const Formato& formato, std::span<const BytesEntrada> entradas, bool deNodo);
 
 /// Lets a page hold these entries, which have room, and no others.

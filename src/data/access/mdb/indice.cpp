@@ -12,16 +12,15 @@ PaginaIndice LeePaginaIndice(const Tabla& tabla, quint32 numero)
 }
 
 RecorridoIndice::RecorridoIndice(const Tabla& tabla, const IndiceReal& indice)
-    : tabla_(tabla), indice_(indice), visitadas_(tabla.paginas().Cuantas())
+    : tabla_(tabla), indice_(indice)
 {
-    Busca({});
 }
 
 /// Each page is read once on a walk; a second time means a ring.
 PaginaIndice RecorridoIndice::Lee(quint32 numero)
 {
     PaginaIndice pagina = LeePaginaIndice(tabla_, numero);
-    if (!visitadas_.Marca(numero))
+    if (!visitadas_.insert(numero).second)
         Danado(QStringLiteral("Las páginas de un índice forman un anillo"), tabla_.En(numero));
     return pagina;
 }
@@ -37,7 +36,7 @@ void RecorridoIndice::VeAHoja(PaginaIndice hoja)
 
 void RecorridoIndice::Busca(std::span<const quint8> bytes)
 {
-    visitadas_ = Visitadas(tabla_.paginas().Cuantas());
+    visitadas_.clear();
     PaginaIndice pagina = Lee(indice_.raiz);
     while (pagina.EsNodo()) {
         const std::size_t lugar = pagina.Busca(bytes);
@@ -49,6 +48,8 @@ void RecorridoIndice::Busca(std::span<const quint8> bytes)
 
 bool RecorridoIndice::Siguiente()
 {
+    if (!hoja_)
+        Busca({});
     while (proxima_ >= hoja_->Entradas()) {
         if (hoja_->Siguiente() == 0)
             return false;

@@ -2,6 +2,7 @@
 #include "data/access/mdb/pagina_indice.h"
 #include "data/access/mdb/tabla.h"
 #include <optional>
+#include <unordered_set>
 
 namespace tolmo::data::access::mdb {
 
@@ -29,7 +30,7 @@ class RecorridoIndice {
     const IndiceReal& indice_;
     std::optional<PaginaIndice> hoja_{};
     std::size_t proxima_ = 0;
-    Visitadas visitadas_;
+    std::unordered_set<quint32> visitadas_{};
     Entrada entrada_{};
 };
 

@@ -6,8 +6,6 @@
 namespace tolmo::data::access::mdb {
 namespace {
 
-constexpr char FinDeCodigos = 1;
-
 /// False when the keys of a column aren't known, so that an index of it can't be changed.
 bool SeOrdena(const Columna& columna)
 {
@@ -150,28 +148,74 @@ void IndicesDeTabla::CompruebaUnica(std::size_t indice, std::span<const Dato> va
     // Nulls are never equal.
     if (std::any_of(suyos.begin(), suyos.end(), EsNulo) || !Tiene(indice, suyos))
         return;
-    throw ErrorMdb(Motivo::ClaveRepetida,
-                   QStringLiteral("El valor está duplicado en un índice único: ") +
-                       Campos(indices_[indice]),
-                   {.indice = indices_[indice].nombre});
+    Repetida(indices_[indice]);
 }
 
-/// One more different key, in the statistics of the definition.
-void IndicesDeTabla::CuentaUnica(std::size_t indice)
+void IndicesDeTabla::Repetida(const Indice& indice) const
+{
+    throw ErrorMdb(Motivo::ClaveRepetida,
+                   QStringLiteral("El valor está duplicado en un índice único: ") + Campos(indice),
+                   {.indice = indice.nombre});
+}
+
+/// More different keys, in the statistics of the definition.
+void IndicesDeTabla::CuentaUnicas(std::size_t indice, quint32 cuantas)
 {
     const Formato& f = paginas_.formato();
     const std::size_t posicion = f.bloques + indice * f.tamEstadistica + f.unicasEnEstadistica;
     const auto pagina = paginas_.Cambia(tabla_.definicion().pagina);
-    Pon(pagina, posicion, Bytes(pagina).U32(posicion) + 1);
+    Pon(pagina, posicion, Bytes(pagina).U32(posicion) + cuantas);
 }
 
 void IndicesDeTabla::Anade(std::size_t indice, const ClaveDeFila& clave, Puntero fila)
 {
     if (clave.caso != ClaveDeFila::Caso::Entrada)
         return;
-    if (!indices_[indice].arbol.Tiene(clave.bytes))
-        CuentaUnica(indice);
-    indices_[indice].arbol.Inserta(clave.bytes, fila);
+    if (indices_[indice].arbol.Inserta(clave.bytes, fila))
+        CuentaUnicas(indice, 1);
+}
+
+void IndicesDeTabla::Llena(std::size_t indice)
+{
+    const std::vector<Columna>& columnas = tabla_.definicion().columnas;
+    std::vector<Dato> valores(columnas.size());
+    std::vector<BytesEntrada> entradas;
+    for (Cursor cursor(tabla_); cursor.Siguiente();) {
+        for (const std::size_t columna : Columnas(indice))
+            valores[columna] = cursor.fila().Lee(columnas[columna]);
+        const ClaveDeFila clave = Clave(indice, valores);
+        if (clave.caso == ClaveDeFila::Caso::Entrada)
+            entradas.push_back(EntradaDeHoja(clave.bytes, cursor.puntero()));
+    }
+    std::sort(entradas.begin(), entradas.end());
+    CuentaUnicas(indice, CuantasDistintas(indice, entradas));
+    indices_[indice].arbol.Llena(std::move(entradas));
+}
+
+/// \throws ErrorMdb when a key comes twice and may not
+quint32 IndicesDeTabla::CuantasDistintas(std::size_t indice,
+                                         std::span<const BytesEntrada> entradas) const
+{
+    const auto clave = [](const BytesEntrada& entrada) {
+        return std::span(entrada).first(entrada.size() - TamFila);
+    };
+    quint32 distintas = entradas.empty() ? 0 : 1;
+    for (std::size_t i = 1; i < entradas.size(); ++i) {
+        if (!Iguales(clave(entradas[i - 1]), clave(entradas[i])))
+            ++distintas;
+        else if (indices_[indice].unico && !TieneNulos(indice, Entrada(entradas[i], false).Fila()))
+            Repetida(indices_[indice]);
+    }
+    return distintas;
+}
+
+bool IndicesDeTabla::TieneNulos(std::size_t indice, Puntero fila) const
+{
+    const std::vector<Columna>& columnas = tabla_.definicion().columnas;
+    const std::optional<Fila> leida = tabla_.FilaEn(fila);
+    return std::ranges::any_of(Columnas(indice), [&](std::size_t columna) {
+        return EsNulo(leida.value().Lee(columnas[columna]));
+    });
 }
 
 /// What the key of these values starts with, whichever engine wrote it: up to where the codes of
@@ -186,10 +230,8 @@ QByteArray IndicesDeTabla::PrincipioSeguro(std::size_t indice, std::span<const D
         const auto parte = ClaveDeValor(suyos[i], columna, en.descendente, reglas);
         if (!parte)
             break;
-        if (std::holds_alternative<QString>(suyos[i])) {
-            const auto fin = static_cast<char>(en.descendente ? ~FinDeCodigos : FinDeCodigos);
-            return principio + parte->left(parte->indexOf(fin, 1));
-        }
+        if (std::holds_alternative<QString>(suyos[i]))
+            return principio + HastaFinDeCodigos(*parte, en.descendente);
         principio += *parte;
     }
     return principio;

@@ -37,6 +37,9 @@ class IndicesDeTabla {
     bool Tiene(std::size_t indice, std::span<const Dato> deSusColumnas);
 
     void Anade(std::size_t indice, const ClaveDeFila& clave, Puntero fila);
+    /// Fills an index that is empty with the entries of all rows.
+    /// \throws ErrorMdb as Clave and CompruebaUnica do
+    void Llena(std::size_t indice);
     /// Takes the entry of a row away, whose values were `valores`.
     /// \throws ErrorMdb when there is none
     void Quita(std::size_t indice, std::span<const Dato> valores, Puntero fila);
@@ -55,8 +58,11 @@ class IndicesDeTabla {
                          Expansion expansion) const;
     QByteArray PrincipioSeguro(std::size_t indice, std::span<const Dato> suyos) const;
     QString Campos(const Indice& indice) const;
+    [[noreturn]] void Repetida(const Indice& indice) const;
     void CompruebaNulos(const Indice& indice, std::span<const Dato> suyos) const;
-    void CuentaUnica(std::size_t indice);
+    quint32 CuantasDistintas(std::size_t indice, std::span<const BytesEntrada> entradas) const;
+    bool TieneNulos(std::size_t indice, Puntero fila) const;
+    void CuentaUnicas(std::size_t indice, quint32 cuantas);
 
     PaginasEscribibles& paginas_;
     const Tabla& tabla_;

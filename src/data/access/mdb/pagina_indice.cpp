@@ -9,6 +9,8 @@ namespace {
 
 constexpr std::size_t PosicionLibres = 2;
 constexpr std::size_t PosicionTabla = 4;
+// Entries that few pages have more of.
+constexpr std::size_t EntradasCorrientes = 400;
 
 /// The places of the bits that are set, in order.
 std::vector<quint16> Bits(std::span<const quint8> mascara)
@@ -18,11 +20,8 @@ std::vector<quint16> Bits(std::span<const quint8> mascara)
         std::memcpy(&bits, mascara.data() + desde, std::min(sizeof(bits), mascara.size() - desde));
         return qFromLittleEndian(bits);
     };
-    std::size_t cuantos = 0;
-    for (std::size_t i = 0; i < mascara.size(); i += sizeof(quint64))
-        cuantos += static_cast<std::size_t>(std::popcount(palabra(i)));
     std::vector<quint16> lugares;
-    lugares.reserve(cuantos);
+    lugares.reserve(EntradasCorrientes);
     for (std::size_t i = 0; i < mascara.size(); i += sizeof(quint64)) {
         for (quint64 bits = palabra(i); bits != 0; bits &= bits - 1)
             lugares.push_back(

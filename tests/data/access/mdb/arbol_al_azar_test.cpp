@@ -36,6 +36,20 @@ class Espejo {
         arbol_.Inserta(clave, fila);
     }
 
+    /// All at once, into an empty tree.
+    void Llena(std::vector<std::pair<QByteArray, Puntero>> filas)
+    {
+        std::vector<BytesEntrada> entradas;
+        for (const auto& [clave, fila] : filas) {
+            if (!espejo_.insert(Entrada(clave, fila)).second)
+                continue;
+            vivas_.emplace_back(clave, fila);
+            entradas.push_back(EntradaDeHoja(clave, fila));
+        }
+        std::ranges::sort(entradas);
+        arbol_.Llena(std::move(entradas));
+    }
+
     void Borra(std::size_t cual)
     {
         std::swap(vivas_[cual], vivas_.back());
@@ -154,6 +168,40 @@ TEST(ArbolAlAzar, ClavesQueUnasSonPrincipioDeOtras)
     Alterna(4, [](std::mt19937& azar) {
         return QByteArray(static_cast<qsizetype>(Azar(azar, 40)), static_cast<char>(Azar(azar, 2)));
     });
+}
+
+/// Fills a tree at once, then changes it.
+void LlenaYCambia(std::size_t cuantas, qsizetype mayorClave)
+{
+    std::mt19937 azar(static_cast<quint32>(6 + cuantas));
+    const auto clave = [&] {
+        return Largo(static_cast<quint32>(azar())) +
+               QByteArray(static_cast<qsizetype>(azar()) % mayorClave, 'c');
+    };
+    std::vector<std::pair<QByteArray, Puntero>> filas;
+    for (std::size_t i = 0; i < cuantas; ++i)
+        filas.emplace_back(clave(), FilaAlAzar(azar));
+    Espejo espejo;
+    espejo.Llena(std::move(filas));
+    ASSERT_NO_FATAL_FAILURE(espejo.Compara()) << cuantas;
+
+    for (int paso = 0; paso < 1000; ++paso) {
+        if (azar() % 3 == 0 || espejo.Vivas() == 0)
+            espejo.Inserta(clave(), FilaAlAzar(azar));
+        else
+            espejo.Borra(azar() % espejo.Vivas());
+    }
+    ASSERT_NO_FATAL_FAILURE(espejo.Compara()) << cuantas;
+}
+
+TEST(ArbolAlAzar, LlenoDeUnaVezYCambiadoDespues)
+{
+    for (const std::size_t cuantas : {0, 1, 300, 400, 5000})
+        LlenaYCambia(cuantas, 4);
+    // Three to a page: so there is every number of pages that a last node may be left with.
+    for (std::size_t cuantas = 1; cuantas < 60; ++cuantas)
+        LlenaYCambia(cuantas, 1700);
+    LlenaYCambia(3000, 1700);
 }
 
 TEST(ArbolAlAzar, UnArbolDanadoSoloDaErrorMdb)

@@ -246,6 +246,31 @@ TEST(DefineTabla, UnIndiceNuevoTomaLasFilasQueHay)
               Motivo::ClaveRepetida);
 }
 
+TEST(DefineTabla, UnIndiceUnicoSobreFilasQueHayAdmiteNulosYNoRepetidos)
+{
+    const auto crea = [](const std::vector<Dato>& valores) {
+        const BaseEscribible base;
+        CreaTabla(base.paginas(),
+                  {.nombre = "T", .columnas = {{.nombre = "N", .tipo = TipoColumna::Largo}}});
+        TablaEscribible tabla = base.Escribe("T");
+        for (const Dato& valor : valores)
+            tabla.Inserta(Renglon{valor});
+        const std::string frase = FraseDe([&] {
+            CreaIndice(base.paginas(), "T", {.nombre = "I", .columnas = {{"N"}}, .unico = true});
+        });
+        if (!frase.empty())
+            return frase;
+        EXPECT_EQ(base.Faltas(), QStringList());
+        return std::to_string(base.Abre("T").definicion().indicesReales[0].unicas) + " claves";
+    };
+
+    EXPECT_EQ(crea({Dato(), qint64{7}, Dato(), qint64{-8}}), "3 claves");
+    EXPECT_EQ(crea({}), "0 claves");
+    EXPECT_EQ(
+        crea({qint64{7}, qint64{8}, qint64{7}}),
+        "El valor está duplicado en un índice único: T.N (fichero memoria.mdb, tabla T, índice I)");
+}
+
 TEST(DefineTabla, LoQueNoSePuede)
 {
     const BaseEscribible base;
@@ -258,6 +283,7 @@ TEST(DefineTabla, LoQueNoSePuede)
         return hallado;
     };
     EXPECT_EQ(motivo([](NuevaTabla& t) { t.nombre = "msysqueries"; }), Motivo::NoAdmitido);
+    EXPECT_EQ(motivo([](NuevaTabla& t) { t.nombre = "mSysX"; }), Motivo::NoAdmitido);
     EXPECT_EQ(motivo([](NuevaTabla& t) { t.nombre = "a.b"; }), Motivo::NoAdmitido);
     EXPECT_EQ(motivo([](NuevaTabla& t) { t.nombre = QString(65, 'a'); }), Motivo::NoAdmitido);
     EXPECT_EQ(motivo([](NuevaTabla& t) { t.columnas.clear(); }), Motivo::NoAdmitido);
