@@ -218,12 +218,15 @@ PExpresion Analizador::LeeLiteral()
     auto nodo = Nodo(Expresion::Clase::Literal, lexema.posicion);
     nodo->literal.texto = lexema.texto;
     nodo->literal.indice = lexema.literal;
+    nodo->literal.largo = lexema.EsLargo();
     switch (lexema.ficha) {
     case Ficha::Texto:
         nodo->literal.tipo = Tipo::Texto;
         break;
     case Ficha::Entero:
-        nodo->literal.tipo = lexema.texto.size() < 10 ? Tipo::Entero : Tipo::Grande;
+        nodo->literal.tipo = nodo->literal.largo        ? Tipo::Doble
+                             : lexema.texto.size() < 10 ? Tipo::Entero
+                                                        : Tipo::Grande;
         break;
     case Ficha::Decimal:
         nodo->literal.tipo = Tipo::Doble;

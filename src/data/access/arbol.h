@@ -24,6 +24,7 @@ struct Literal {
     Tipo tipo = Tipo::Nulo; ///< Nulo, Texto, Entero, Grande, Doble, Fecha, Condicion (TRUE, FALSE)
     QString texto{};
     int indice = -1;
+    bool largo = false; ///< a number whose parameter is its text
 };
 
 /// A node of an expression. What the fields hold depends on `clase`.

@@ -29,6 +29,17 @@ bool TieneFilas(sqlite3* base, const QString& tabla)
                                          nullptr, nullptr, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
+/// How the engine tells of a column that a virtual table doesn't show.
+constexpr int ColumnaEscondida = 1;
+
+void AnotaExacta(TablaVista& tabla, const QString& exacta)
+{
+    for (ColumnaVista& columna : tabla.columnas) {
+        if (ColumnaExacta(columna.nombre) == exacta)
+            columna.exacta = exacta;
+    }
+}
+
 } // namespace
 
 const ColumnaVista* TablaVista::Busca(const QString& columna) const
@@ -190,10 +201,16 @@ void Esquema::LeeColumnas(TablaVista& tabla) const
     const QSet<QString> primeras = esTabla ? PrimerasDeIndice(tabla.nombre) : QSet<QString>();
     while (filas.Paso()) {
         const TipoDeclarado tipo = LeeTipo(filas.Texto(2));
+        if (filas.Entero(6) == ColumnaEscondida) {
+            AnotaExacta(tabla, filas.Texto(1));
+            continue;
+        }
         ColumnaVista columna;
         columna.nombre = columna.columna = filas.Texto(1);
         columna.tipo = tipo.tipo;
         columna.ancho = tipo.ancho;
+        columna.precision = tipo.precision;
+        columna.escala = tipo.escala;
         columna.tabla = tabla.nombre;
         columna.propia = esTabla && EsTexto(tipo.tipo) &&
                          TieneColacion(base_.Manejo(), tabla.nombre, columna.nombre);
@@ -231,6 +248,43 @@ QSet<QString> Esquema::PrimerasDeIndice(const QString& tabla) const
     while (filas.Paso())
         primeras.insert(filas.Texto(0));
     return primeras;
+}
+
+std::vector<IndiceVisto> Esquema::IndicesDelFichero(const QString& tabla) const
+{
+    const mdb::Tabla suya = fichero_->Tabla(tabla);
+    std::vector<IndiceVisto> indices;
+    for (const mdb::IndiceLogico& logico : suya.definicion().indicesLogicos) {
+        IndiceVisto indice{.nombre = logico.nombre};
+        if (logico.real < suya.definicion().indicesReales.size()) {
+            for (const auto& en : suya.definicion().indicesReales[logico.real].columnas) {
+                if (const mdb::Columna* columna = suya.definicion().ColumnaDe(en.numero))
+                    indice.columnas << columna->nombre;
+            }
+        }
+        indices.push_back(std::move(indice));
+    }
+    return indices;
+}
+
+std::vector<IndiceVisto> Esquema::IndicesDe(const TablaVista& tabla) const
+{
+    if (tabla.deFichero)
+        return IndicesDelFichero(tabla.nombre);
+    // The names are of the whole base here; a number of rows that is a column has no index at all.
+    Preparada filas = base_.Prepara(
+        QStringLiteral(
+            "SELECT iif(i.origin = 'c', i.name, ''), group_concat(c.name, char(1)) FROM pragma_index_list(%1) AS i, pragma_index_info(i.name) AS c GROUP BY i.name UNION ALL SELECT '', name FROM pragma_table_info(%1) WHERE pk > 0")
+            .arg(TextoLiteral(tabla.nombre)));
+    std::vector<IndiceVisto> indices;
+    const QString delante = tabla.nombre + u'.';
+    while (filas.Paso()) {
+        const QString nombre = filas.Texto(0);
+        indices.push_back(
+            {.nombre = nombre.startsWith(delante) ? nombre.mid(delante.size()) : nombre,
+             .columnas = filas.Texto(1).split(QChar(1))});
+    }
+    return indices;
 }
 
 } // namespace tolmo::data::access

@@ -4,6 +4,7 @@
 #include <QHash>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 #include <vector>
 
 namespace tolmo::data::access {
@@ -13,8 +14,11 @@ struct ColumnaVista {
     QString nombre{};
     Tipo tipo = Tipo::Desconocido;
     int ancho = 0;               ///< characters, 0 without limit
+    int precision = 0;           ///< digits of a decimal number, 0 for all else
+    int escala = 0;              ///< how many of them stand behind its point
     QString tabla{};             ///< the table that it stands in, empty for an expression
     QString columna{};           ///< its name there
+    QString exacta{};            ///< the one beside it that gives what a double can't hold
     bool conIndiceAjeno = false; ///< an index of another order begins with it
     bool propia = false;         ///< its indexes follow the order of the language
     QString defecto{};           ///< of a column of the file: an expression as Access keeps it
@@ -37,6 +41,12 @@ struct TablaVista {
     const ColumnaVista* Busca(const QString& columna) const;
 };
 
+/// An index of a table, as statements name it; what is only a part of the table itself has no name.
+struct IndiceVisto {
+    QString nombre{};
+    QStringList columnas{};
+};
+
 class FicheroAccess;
 
 /// The tables of a base, and of the Access file that it stands for, if any; read as they are asked
@@ -54,6 +64,7 @@ class Esquema {
     /// but for its path. \throws ErrorSql when it can't be opened
     const TablaVista& BuscaEn(const QString& base, const QString& tabla) const;
     std::vector<const TablaVista*> Todas() const;
+    std::vector<IndiceVisto> IndicesDe(const TablaVista& tabla) const;
     void Olvida();
     /// Makes the engine forget the tables of the file too: they may have another shape now.
     void Desconecta();
@@ -67,6 +78,7 @@ class Esquema {
     void LeeColumnas(TablaVista& tabla) const;
     void LeeExigencias(TablaVista& tabla) const;
     QSet<QString> PrimerasDeIndice(const QString& tabla) const;
+    std::vector<IndiceVisto> IndicesDelFichero(const QString& tabla) const;
 
     const Base& base_;
     const FicheroAccess* fichero_;

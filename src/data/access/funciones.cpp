@@ -192,6 +192,9 @@ double RedondeaPar(double numero, int decimales)
 {
     const double escala = decimales == 4 ? 1e4 : std::pow(10.0, decimales);
     const double ampliado = numero * escala;
+    // So many digits that the multiplication would lose the last ones.
+    if (std::fabs(ampliado) >= 0x1p52)
+        return QString::number(numero, 'f', decimales).toDouble();
     const double cercano = std::nearbyint(ampliado);
     // 1.005 * 100 is 100.49999999999999: what stands behind the 15th digit is noise of the
     // multiplication and would hide a half. Far from a half it doesn't matter.

@@ -1,4 +1,5 @@
 #include "data/access/colacion.h"
+#include "data/access/decimales.h"
 #include "data/access/funciones.h"
 #include "data/access/patron.h"
 #include "data/valores.h"
@@ -178,19 +179,82 @@ double NumeroPara(const Argumentos& a, const QString& campo)
     return *numero;
 }
 
-void AsignaNumero(Argumentos& a)
+[[noreturn]] void NoCabe(const Argumentos& a, const QString& campo)
+{
+    throw ErrorFuncion(
+        QStringLiteral("El número %1 no cabe en el campo %2").arg(a.Texto(0), campo));
+}
+
+/// All the digits of the number.
+Decimal DecimalPara(const Argumentos& a, const QString& campo)
+{
+    const double numero = NumeroPara(a, campo);
+    if (a.EsEntero(0))
+        return DecimalDe(a.Entero(0));
+    const auto decimal = a.EsTexto(0)            ? LeeDecimal(a.Texto(0))
+                         : std::isfinite(numero) ? std::optional(DecimalDe(numero))
+                                                 : std::nullopt;
+    if (!decimal)
+        NoCabe(a, campo);
+    return *decimal;
+}
+
+void AsignaMoneda(Argumentos& a)
+{
+    const QString campo = a.Texto(2);
+    if (!a.EsTexto(0) && std::fabs(a.Numero(0)) < PrimeroSinMoneda) {
+        a.Devuelve(RedondeaPar(a.Numero(0), 4));
+        return;
+    }
+    const auto moneda = MonedaDe(DecimalPara(a, campo));
+    if (!moneda)
+        NoCabe(a, campo);
+    const QString texto = mdb::TextoExacto(*moneda);
+    if (std::fabs(texto.toDouble()) < PrimeroSinMoneda)
+        a.Devuelve(texto.toDouble());
+    else
+        a.Devuelve(texto);
+}
+
+// (value, digits, digits behind the point, column).
+void AsignaDecimal(Argumentos& a)
 {
     if (a.EsNulo(0)) {
         a.DevuelveNulo();
         return;
     }
+    const QString campo = a.Texto(3);
+    const auto numero = NumericoDe(DecimalPara(a, campo), static_cast<int>(a.Entero(1)),
+                                   static_cast<int>(a.Entero(2)));
+    if (!numero)
+        NoCabe(a, campo);
+    const QString texto = mdb::TextoExacto(*numero);
+    if (CabeEnDoble(texto))
+        a.Devuelve(texto.toDouble());
+    else
+        a.Devuelve(texto);
+}
+
+void AsignaNumero(Argumentos& a)
+{
     const auto tipo = static_cast<Tipo>(a.Entero(1));
+    if (a.EsNulo(0)) {
+        a.DevuelveNulo();
+        return;
+    }
+    if (tipo == Tipo::Moneda) {
+        AsignaMoneda(a);
+        return;
+    }
+    if (tipo == Tipo::Grande && a.EsEntero(0)) {
+        a.DevuelveArgumento(0);
+        return;
+    }
     const double numero = NumeroPara(a, a.Texto(2));
     try {
         DevuelveNumero(a, AjustaNumero(numero, tipo), tipo);
     } catch (const ErrorFuncion&) {
-        throw ErrorFuncion(
-            QStringLiteral("El número %1 no cabe en el campo %2").arg(a.Texto(0), a.Texto(2)));
+        NoCabe(a, a.Texto(2));
     }
 }
 
@@ -260,6 +324,7 @@ const FuncionSql Funciones[] = {
     {"kov_asigna_texto", 3, false, AsignaTexto},
     {"kov_asigna_fecha", 2, false, AsignaFecha},
     {"kov_asigna_numero", 3, false, AsignaNumero},
+    {"kov_asigna_decimal", 4, false, AsignaDecimal},
     {"kov_asigna_logico", 2, false, AsignaLogico},
     {"kov_convierte", 2, true, Convierte},
     {"kov_convierte_logico", 1, true, ConvierteLogico},

@@ -186,7 +186,9 @@ void LigaLiterales(Preparada& preparada, const std::vector<Lexema>& lexemas)
         if (lexema.literal < 0)
             continue;
         const int parametro = lexema.literal + 1;
-        if (lexema.ficha == Ficha::Entero) {
+        if (lexema.EsLargo()) {
+            preparada.Liga(parametro, lexema.texto);
+        } else if (lexema.ficha == Ficha::Entero) {
             preparada.Liga(parametro, lexema.texto.toLongLong());
         } else if (lexema.ficha == Ficha::Decimal) {
             preparada.Liga(parametro, lexema.texto.toDouble());

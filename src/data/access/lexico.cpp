@@ -148,6 +148,8 @@ class Cortador {
 // fixed text, which decides if an index can serve.
 QString HuellaLiteral(const Lexema& lexema, bool patron)
 {
+    if (lexema.EsLargo())
+        return QStringLiteral("?n");
     switch (lexema.ficha) {
     case Ficha::Texto:
         if (patron && !lexema.texto.isEmpty() && !QStringLiteral("%_").contains(lexema.texto[0]))
@@ -179,6 +181,15 @@ bool Lexema::EsLiteral() const
 {
     return ficha == Ficha::Texto || ficha == Ficha::Entero || ficha == Ficha::Decimal ||
            ficha == Ficha::Fecha;
+}
+
+bool Lexema::EsLargo() const
+{
+    constexpr qsizetype CifrasDeDoble = 15;
+    bool cabe = true;
+    if (ficha == Ficha::Entero)
+        texto.toLongLong(&cabe);
+    return !cabe || (ficha == Ficha::Decimal && texto.size() > CifrasDeDoble);
 }
 
 std::vector<Lexema> Lexemas(const QString& sql)

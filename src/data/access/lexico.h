@@ -18,6 +18,8 @@ struct Lexema {
     bool Es(const char* palabra) const;
     bool EsSigno(const char* signo) const;
     bool EsLiteral() const;
+    /// A number with more digits than the engine's own hold.
+    bool EsLargo() const;
 };
 
 /// Cuts a statement into words, the last one of kind Fin.

@@ -22,6 +22,17 @@ struct Entorno {
     const Esquema& esquema;
 };
 
+/// The columns that have another beside them for what a double can't hold.
+std::vector<std::size_t> Exactas(const mdb::Definicion& definicion)
+{
+    std::vector<std::size_t> exactas;
+    for (std::size_t i = 0; i < definicion.columnas.size(); ++i) {
+        if (PasaDeDoble(definicion.columnas[i]))
+            exactas.push_back(i);
+    }
+    return exactas;
+}
+
 /// A table of the file as the engine knows it.
 struct TablaVirtual : sqlite3_vtab {
     TablaVirtual(const Entorno& suEntorno, mdb::Tabla suTabla)
@@ -70,6 +81,7 @@ struct TablaVirtual : sqlite3_vtab {
     const Entorno& entorno;
     FicheroAccess& fichero;
     mdb::Tabla tabla;
+    std::vector<std::size_t> exactas = Exactas(tabla.definicion());
     std::optional<mdb::TablaEscribible> escribible{}; ///< for the length of a transaction
     std::optional<ReglasMdb> reglas{};
     std::map<int, DispersionMdb> dispersiones{};
@@ -146,6 +158,9 @@ QString Declara(const mdb::Definicion& definicion)
             declarada += QStringLiteral(" COLLATE ") + QLatin1String(Colacion);
         columnas << declarada;
     }
+    for (const std::size_t exacta : Exactas(definicion))
+        columnas << Identificador(ColumnaExacta(definicion.columnas[exacta].nombre)) +
+                        QStringLiteral(" HIDDEN");
     return QStringLiteral("CREATE TABLE x (%1)").arg(columnas.join(QStringLiteral(", ")));
 }
 
@@ -277,8 +292,13 @@ int DaColumna(sqlite3_vtab_cursor* cursor, sqlite3_context* contexto, int column
         if (sqlite3_vtab_nochange(contexto))
             return SQLITE_OK;
         const auto& columnas = TablaDe(cursor).tabla.definicion().columnas;
-        Entrega(contexto,
-                De(cursor).lectura.Fila().Lee(columnas.at(static_cast<std::size_t>(columna))));
+        const auto lugar = static_cast<std::size_t>(columna);
+        const mdb::Fila& fila = De(cursor).lectura.Fila();
+        if (lugar < columnas.size())
+            Entrega(contexto, fila.Lee(columnas[lugar]));
+        else
+            EntregaExacta(contexto,
+                          fila.Lee(columnas[TablaDe(cursor).exactas.at(lugar - columnas.size())]));
         return SQLITE_OK;
     });
 }
@@ -443,6 +463,11 @@ void RegistraModuloMdb(sqlite3* base, FicheroAccess& fichero, const Esquema& esq
     fichero.MiraTransaccion([base] { return sqlite3_get_autocommit(base) == 0; });
     sqlite3_commit_hook(base, AlConfirmar, &fichero);
     sqlite3_rollback_hook(base, AlDeshacer, &fichero);
+}
+
+QString ColumnaExacta(const QString& columna)
+{
+    return QStringLiteral("kov_exacta ") + columna;
 }
 
 QString SqlConectaTabla(const QString& nombre)

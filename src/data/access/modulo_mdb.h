@@ -19,4 +19,8 @@ QString SqlConectaTabla(const QString& nombre);
 QString SqlConectaTabla(const QString& nombre, const QString& fichero, const QString& tabla);
 QString SqlDesconectaTabla(const QString& nombre);
 
+/// The name of the column, which nobody sees, beside one of money or of decimal numbers: it gives
+/// the value for keeping, as text where a double can't hold it.
+QString ColumnaExacta(const QString& columna);
+
 } // namespace tolmo::data::access

@@ -7,6 +7,7 @@ namespace tolmo::data::access {
 namespace {
 
 constexpr int AnchoSinDeclarar = 255;
+constexpr int MayorPrecision = 28;
 
 const QHash<QString, Tipo>& TiposPorNombre()
 {
@@ -88,7 +89,7 @@ int NumeroAdo(Tipo tipo)
 TipoDeclarado LeeTipo(const QString& declaracion)
 {
     static const QRegularExpression forma(
-        QStringLiteral("^\\s*([A-Za-z]+)(?:[^(]*\\(\\s*(\\d+))?"));
+        QStringLiteral("^\\s*([A-Za-z]+)(?:[^(]*\\(\\s*(\\d+)(?:\\s*,\\s*(\\d+))?)?"));
     const auto partes = forma.match(declaracion);
     const QString nombre = partes.captured(1).toUpper();
     TipoDeclarado tipo{TiposPorNombre().value(nombre, Tipo::Desconocido)};
@@ -99,6 +100,10 @@ TipoDeclarado LeeTipo(const QString& declaracion)
         tipo.ancho = 38;
     else if (tipo.tipo == Tipo::Texto)
         tipo.ancho = ancho > 0 ? ancho : AnchoSinDeclarar;
+    else if (nombre == QLatin1String("DECIMAL") || nombre == QLatin1String("NUMERIC")) {
+        tipo.precision = std::min(ancho, MayorPrecision);
+        tipo.escala = std::min(partes.captured(3).toInt(), tipo.precision);
+    }
     return tipo;
 }
 
@@ -119,7 +124,9 @@ QString Declaracion(TipoDeclarado tipo)
     case Tipo::Simple:
         return QStringLiteral("SINGLE");
     case Tipo::Doble:
-        return QStringLiteral("DOUBLE");
+        return tipo.precision == 0
+                   ? QStringLiteral("DOUBLE")
+                   : QStringLiteral("DECIMAL(%1,%2)").arg(tipo.precision).arg(tipo.escala);
     case Tipo::Moneda:
         return QStringLiteral("CURRENCY");
     case Tipo::Fecha:

@@ -18,6 +18,7 @@ struct Trozo {
     bool esColumna = false;
     QString fuente{};                 ///< alias of the source of a bare column
     const Literal* literal = nullptr; ///< of a bare literal
+    QString exacto{}; ///< the same with all its digits, as text where a double can't hold them
 };
 
 /// A statement ready for the engine.
@@ -25,12 +26,13 @@ struct Plan {
     QStringList sql{}; ///< run in order, in one transaction when there are several
     bool esConsulta = false;
     bool cambiaEsquema = false;
+    std::shared_ptr<const TablaNueva> nueva{}; ///< that the first statement makes, for the others
     std::vector<Campo> campos{};
     std::vector<Tipo> tipos{};
     std::optional<Tope> tope{};
     std::vector<Tipo> clavesTope{}; ///< hidden columns behind the fields: what TOP's ties go by
     std::vector<std::pair<QString, QString>> apoyos{}; ///< columns whose companion index is asked
-    QString tabla{}; ///< of a result that can be changed; its row number is the last column
+    QString tabla{};  ///< of a result that can be changed; its row number is the last column
 };
 
 /// What names can mean at a place of a statement.
@@ -154,6 +156,9 @@ class Traductor {
     Plan TraduceTablaNueva(const TablaNueva& tabla);
     Plan TraduceIndiceNuevo(const IndiceNuevo& indice) const;
     Plan TraduceCambioTabla(const CambioTabla& cambio);
+    void ExigeSinIndices(const TablaVista& tabla, const ColumnaVista& columna,
+                         qsizetype posicion) const;
+    void ExigeIndice(const TablaVista& tabla, const QString& indice) const;
     Plan TraduceCambioColumna(const TablaVista& tabla, const ColumnaVista& vieja,
                               const ColumnaNueva& nueva) const;
     QString Defecto(const ColumnaNueva& columna) const;
@@ -166,8 +171,12 @@ class Traductor {
     std::vector<std::pair<QString, QString>> apoyos_;
     int guardadas_ = 0; ///< depth of stored queries: inside, literals are fixed and LIKE is theirs
     bool enAgregado_ = false;
+    bool exactas_ = false;                 ///< what the next select gives is only going to be kept
     QSet<const Expresion*> aliasAbiertos_; ///< against an alias that is defined by itself
 };
+
+/// The name of the column that takes the values of one whose type changes.
+constexpr const char* ColumnaProvisional = "kov_nueva";
 
 // Small pieces that the sources share.
 

@@ -140,9 +140,14 @@ std::vector<Piezas> Traductor::TraducePartes(const Consulta& consulta, const Amb
 QString Traductor::TraduceConsulta(const Consulta& consulta, const Ambito* exterior,
                                    std::vector<ColumnaVista>& columnas)
 {
-    const std::vector<Piezas> partes = TraducePartes(consulta, exterior);
+    const bool exactas = std::exchange(exactas_, false);
+    std::vector<Piezas> partes = TraducePartes(consulta, exterior);
     const std::vector<Tipo> tipos = TiposDe(partes);
     const bool sola = partes.size() == 1;
+    for (Salida& salida : partes[0].salidas) {
+        if (exactas && sola && !partes[0].distinto && !salida.trozo.exacto.isEmpty())
+            salida.trozo.sql = salida.trozo.exacto;
+    }
     QString sql;
     for (std::size_t i = 0; i < partes.size(); ++i) {
         if (i > 0)
@@ -163,6 +168,7 @@ QString Traductor::TraduceConsulta(const Consulta& consulta, const Ambito* exter
         columna.tipo = tipos[i];
         columna.ancho = salida.trozo.ancho;
         columna.propia = false;
+        columna.exacta.clear();
         columnas.push_back(columna);
     }
     return sql;

@@ -75,7 +75,7 @@ QString Traductor::Defecto(const ColumnaNueva& columna) const
                                                          : QStringLiteral("0");
     if (columna.tipo.tipo == Tipo::Logico)
         return valor.literal.texto.toDouble() != 0 ? QStringLiteral("-1") : QStringLiteral("0");
-    return signo + ExprLiteral(valor).sql;
+    return signo + (valor.literal.largo ? valor.literal.texto : ExprLiteral(valor).sql);
 }
 
 QString Traductor::SqlIndice(const IndiceNuevo& indice) const
@@ -135,6 +135,11 @@ Plan Traductor::TraduceIndiceNuevo(const IndiceNuevo& indice) const
             Rechaza(QStringLiteral("No se conoce el campo %1 en la tabla %2")
                         .arg(columna.nombre, tabla.nombre));
     }
+    for (const IndiceVisto& otro : esquema_.IndicesDe(tabla)) {
+        if (Llave(otro.nombre) == Llave(indice.nombre))
+            Rechaza(QStringLiteral("El índice %1 ya existe en la tabla %2")
+                        .arg(otro.nombre, tabla.nombre));
+    }
     IndiceNuevo real = indice;
     real.tabla = tabla.nombre;
     return PlanDeEsquema({SqlIndice(real)});
@@ -150,6 +155,9 @@ Plan Traductor::TraduceCambioTabla(const CambioTabla& cambio)
         if (columna)
             RechazaEn(cambio.posicion, QStringLiteral("El campo %1 ya existe en la tabla %2")
                                            .arg(columna->nombre, tabla.nombre));
+        if (cambio.columna.contador && !tabla.deFichero)
+            RechazaEn(cambio.posicion,
+                      QStringLiteral("Un contador sólo se pone al hacer la tabla"));
         return PlanDeEsquema(
             {altera + QStringLiteral("ADD COLUMN ") + DeclaraColumna(cambio.columna)});
     case CambioTabla::Clase::Quita:
@@ -157,6 +165,11 @@ Plan Traductor::TraduceCambioTabla(const CambioTabla& cambio)
         if (!columna)
             RechazaEn(cambio.posicion, QStringLiteral("No se conoce el campo %1 en la tabla %2")
                                            .arg(cambio.columna.nombre, tabla.nombre));
+        if (cambio.columna.contador)
+            RechazaEn(
+                cambio.posicion,
+                QStringLiteral("El campo %1 no se convierte en un contador").arg(columna->nombre));
+        ExigeSinIndices(tabla, *columna, cambio.posicion);
         if (cambio.clase == CambioTabla::Clase::Cambia)
             return TraduceCambioColumna(tabla, *columna, cambio.columna);
         return PlanDeEsquema(
@@ -166,8 +179,33 @@ Plan Traductor::TraduceCambioTabla(const CambioTabla& cambio)
     case CambioTabla::Clase::QuitaIndice:
         break;
     }
+    ExigeIndice(tabla, cambio.indice.nombre);
     return PlanDeEsquema(
         {QStringLiteral("DROP INDEX ") + NombreDeIndice(tabla.nombre, cambio.indice.nombre)});
+}
+
+void Traductor::ExigeSinIndices(const TablaVista& tabla, const ColumnaVista& columna,
+                                qsizetype posicion) const
+{
+    for (const IndiceVisto& indice : esquema_.IndicesDe(tabla)) {
+        if (!indice.columnas.contains(columna.nombre, Qt::CaseInsensitive))
+            continue;
+        if (indice.nombre.isEmpty())
+            RechazaEn(posicion, QStringLiteral("El campo %1 es de la clave de la tabla %2")
+                                    .arg(columna.nombre, tabla.nombre));
+        RechazaEn(posicion, QStringLiteral("El campo %1 está en el índice %2 de la tabla %3")
+                                .arg(columna.nombre, indice.nombre, tabla.nombre));
+    }
+}
+
+void Traductor::ExigeIndice(const TablaVista& tabla, const QString& indice) const
+{
+    const std::vector<IndiceVisto> indices = esquema_.IndicesDe(tabla);
+    if (std::none_of(indices.begin(), indices.end(), [&](const IndiceVisto& suyo) {
+            return !suyo.nombre.isEmpty() && Llave(suyo.nombre) == Llave(indice);
+        }))
+        Rechaza(
+            QStringLiteral("No se conoce el índice %1 de la tabla %2").arg(indice, tabla.nombre));
 }
 
 // The engine can't change a column's type: a new column takes the values, converted and checked,
@@ -176,7 +214,7 @@ Plan Traductor::TraduceCambioColumna(const TablaVista& tabla, const ColumnaVista
                                      const ColumnaNueva& nueva) const
 {
     ColumnaNueva provisional;
-    provisional.nombre = QStringLiteral("kov_nueva");
+    provisional.nombre = QLatin1String(ColumnaProvisional);
     provisional.tipo = nueva.tipo;
     const QString altera = QStringLiteral("ALTER TABLE %1 ").arg(Identificador(tabla.nombre));
     ColumnaVista destino;
@@ -199,10 +237,11 @@ Plan Traductor::TraduceCambioColumna(const TablaVista& tabla, const ColumnaVista
 Plan Traductor::TraduceEliminacion(const Eliminacion& eliminacion) const
 {
     const QString& nombre = eliminacion.nombre;
-    if (eliminacion.clase == Eliminacion::Clase::Indice)
-        return PlanDeEsquema(
-            {QStringLiteral("DROP INDEX ") +
-             NombreDeIndice(TablaParaCambiar(eliminacion.tabla, 0).nombre, nombre)});
+    if (eliminacion.clase == Eliminacion::Clase::Indice) {
+        const TablaVista& suya = TablaParaCambiar(eliminacion.tabla, 0);
+        ExigeIndice(suya, nombre);
+        return PlanDeEsquema({QStringLiteral("DROP INDEX ") + NombreDeIndice(suya.nombre, nombre)});
+    }
     const TablaVista* tabla = esquema_.Busca(nombre);
     if (!tabla)
         Rechaza(QStringLiteral("No se conoce la tabla o consulta %1").arg(nombre));

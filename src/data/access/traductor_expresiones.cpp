@@ -87,6 +87,30 @@ Trozo AlTipo(const Trozo& trozo, Tipo tipo)
     return AValor(trozo);
 }
 
+namespace {
+
+/// Amounts of money and decimal numbers may have more digits than a double.
+QString AsignaNumero(const ColumnaVista& destino, const Trozo& valor, const QString& campo)
+{
+    const bool decimal = destino.precision > 0;
+    const bool exacta = (decimal || destino.tipo == Tipo::Moneda) && !valor.exacto.isEmpty();
+    const QString sql = exacta                      ? valor.exacto
+                        : valor.tipo == Tipo::Fecha ? ANumero(valor).sql
+                                                    : AValor(valor).sql;
+    const bool iguales = valor.esColumna && valor.tipo == destino.tipo &&
+                         (!decimal || (valor.columna.precision == destino.precision &&
+                                       valor.columna.escala == destino.escala));
+    if (iguales)
+        return sql;
+    if (decimal)
+        return QStringLiteral("kov_asigna_decimal(%1, %2, %3, %4)")
+            .arg(sql, QString::number(destino.precision), QString::number(destino.escala), campo);
+    return QStringLiteral("kov_asigna_numero(%1, %2, %3)")
+        .arg(sql, QString::number(static_cast<int>(destino.tipo)), campo);
+}
+
+} // namespace
+
 QString AsignaA(const ColumnaVista& destino, const Trozo& valor)
 {
     const QString campo = TextoLiteral(destino.tabla + u'.' + destino.nombre);
@@ -107,11 +131,7 @@ QString AsignaA(const ColumnaVista& destino, const Trozo& valor)
     if (EsTexto(destino.tipo))
         return ATexto(valor).sql;
     if (EsNumero(destino.tipo))
-        return mismaColumna
-                   ? valor.sql
-                   : QStringLiteral("kov_asigna_numero(%1, %2, %3)")
-                         .arg(valor.tipo == Tipo::Fecha ? ANumero(valor).sql : AValor(valor).sql,
-                              QString::number(static_cast<int>(destino.tipo)), campo);
+        return AsignaNumero(destino, valor, campo);
     if (destino.tipo == Tipo::Fecha)
         return QStringLiteral("kov_asigna_fecha(%1, %2)").arg(AValor(valor).sql, campo);
     return AValor(valor).sql;
@@ -193,6 +213,10 @@ Trozo Traductor::ExprLiteral(const Expresion& e) const
     else
         trozo.sql = parametro ? u'?' + QString::number(e.literal.indice + 1)
                               : LiteralFijo(e.literal, e.posicion);
+    if (e.literal.largo) {
+        trozo.exacto = parametro ? trozo.sql : TextoLiteral(e.literal.texto);
+        trozo.sql = QStringLiteral("kov_numero_exigido(%1)").arg(trozo.exacto);
+    }
     return trozo;
 }
 
@@ -247,6 +271,8 @@ std::vector<Trozo> Traductor::ColumnasDe(const Expresion& e, const Ambito& ambit
         trozo.columna = *columna;
         trozo.esColumna = true;
         trozo.fuente = fuente.alias;
+        if (!columna->exacta.isEmpty() && !ambito.agrupado)
+            trozo.exacto = Identificador(fuente.alias) + u'.' + Identificador(columna->exacta);
         halladas.push_back(std::move(trozo));
     }
     return halladas;
@@ -282,8 +308,11 @@ Trozo Traductor::ExprUnaria(const Expresion& e, const Ambito& ambito)
     if (e.nombre == QLatin1String("NOT"))
         return Nuevo(QStringLiteral("(NOT %1)").arg(ACondicion(valor)), Tipo::Condicion);
     const Trozo numero = ANumero(valor);
-    return Nuevo(QStringLiteral("(-%1)").arg(numero.sql),
-                 EsVerdad(numero.tipo) ? Tipo::Corto : numero.tipo);
+    Trozo negativo = Nuevo(QStringLiteral("(-%1)").arg(numero.sql),
+                           EsVerdad(numero.tipo) ? Tipo::Corto : numero.tipo);
+    if (valor.literal && valor.literal->largo)
+        negativo.exacto = QStringLiteral("('-' || %1)").arg(valor.exacto);
+    return negativo;
 }
 
 Trozo Traductor::ExprBinaria(const Expresion& e, const Ambito& ambito)

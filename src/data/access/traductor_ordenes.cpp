@@ -101,6 +101,7 @@ Plan Traductor::TraduceInsercion(const Insercion& insercion)
     for (const PExpresion& valor : insercion.valores)
         valores.push_back(Expr(*valor, vacio));
     if (insercion.consulta) {
+        exactas_ = true;
         origen = QStringLiteral(" FROM (%1) AS kov_s")
                      .arg(TraduceConsulta(*insercion.consulta, nullptr, salidas));
         for (const ColumnaVista& salida : salidas)
@@ -168,6 +169,7 @@ Plan Traductor::TraduceSeleccionEnTabla(const Consulta& consulta)
     if (!piezas.orden.empty())
         sql += QStringLiteral(" ORDER BY ") + OrdenDe(piezas);
     plan.sql << QStringLiteral("INSERT INTO %1 %2").arg(Identificador(tabla.nombre), sql);
+    plan.nueva = std::make_shared<const TablaNueva>(std::move(tabla));
     return plan;
 }
 

@@ -19,6 +19,7 @@ using mdb::TipoColumna;
 constexpr double MargenDeFecha = 0.6 / 86400;
 constexpr double PartesDeMoneda = 10000;
 constexpr double LimiteDeMoneda = 9e18;
+constexpr int CifrasDeDoble = 15;
 
 std::string_view Bytes(sqlite3_value* valor)
 {
@@ -102,8 +103,11 @@ template <class Destino> void EntregaEn(const Destino& destino, const Dato& dato
         void operator()(const mdb::Moneda& moneda) const
         {
             constexpr qint64 Partes = 10000;
+            constexpr qint64 MayorExacto = qint64{1} << 53;
             if (moneda.diezmilesimas % Partes == 0)
                 d.Pon(moneda.diezmilesimas / Partes);
+            else if (moneda.diezmilesimas > MayorExacto || moneda.diezmilesimas < -MayorExacto)
+                d.Pon(mdb::AValor(Dato(moneda)).toDouble());
             else
                 d.Pon(static_cast<double>(moneda.diezmilesimas) / PartesDeMoneda);
         }
@@ -121,16 +125,43 @@ template <class Destino> void EntregaEn(const Destino& destino, const Dato& dato
     std::visit(Visita{destino}, dato);
 }
 
-/// A number of up to 15 digits, which is what the engine's own hold, over the column's scale.
-mdb::Numerico NumericoDe(double valor, quint8 escala)
+[[noreturn]] void NoCabe(sqlite3_value* valor, const mdb::Columna& columna)
 {
-    const double entero = std::nearbyint(std::abs(valor) * std::pow(10.0, escala));
-    if (!(entero < 18446744073709551615.0))
-        Rechaza(QStringLiteral("El número no cabe en el campo"));
-    const auto cuerpo = static_cast<quint64>(entero);
-    return {.palabras = {0, 0, static_cast<quint32>(cuerpo >> 32), static_cast<quint32>(cuerpo)},
-            .escala = escala,
-            .negativo = valor < 0 && cuerpo != 0};
+    Rechaza(
+        QStringLiteral("El número %1 no cabe en el campo %2").arg(Texto(valor), columna.nombre));
+}
+
+/// All the digits of a number, which may have come as text.
+Decimal DecimalEn(sqlite3_value* valor, const mdb::Columna& columna)
+{
+    if (sqlite3_value_type(valor) == SQLITE_INTEGER)
+        return DecimalDe(qint64{sqlite3_value_int64(valor)});
+    const double numero = sqlite3_value_double(valor);
+    if (sqlite3_value_type(valor) == SQLITE_FLOAT && std::isfinite(numero))
+        return DecimalDe(numero);
+    const auto decimal = LeeDecimal(Texto(valor));
+    if (!decimal)
+        NoCabe(valor, columna);
+    return *decimal;
+}
+
+mdb::Moneda MonedaEn(sqlite3_value* valor, const mdb::Columna& columna)
+{
+    const double numero = sqlite3_value_double(valor);
+    if (std::abs(numero) < PrimeroSinMoneda)
+        return {static_cast<qint64>(std::nearbyint(numero * PartesDeMoneda))};
+    const auto moneda = MonedaDe(DecimalEn(valor, columna));
+    if (!moneda)
+        NoCabe(valor, columna);
+    return *moneda;
+}
+
+mdb::Numerico NumericoEn(sqlite3_value* valor, const mdb::Columna& columna)
+{
+    const auto numero = NumericoDe(DecimalEn(valor, columna), columna.precision, columna.escala);
+    if (!numero)
+        NoCabe(valor, columna);
+    return *numero;
 }
 
 std::optional<double> SerieDe(sqlite3_value* valor)
@@ -200,8 +231,9 @@ TipoDeclarado TipoDeColumna(const mdb::Columna& columna)
     case TipoColumna::Simple:
         return {Tipo::Simple};
     case TipoColumna::Doble:
-    case TipoColumna::Numerico:
         return {Tipo::Doble};
+    case TipoColumna::Numerico:
+        return {.tipo = Tipo::Doble, .precision = columna.precision, .escala = columna.escala};
     case TipoColumna::Fecha:
         return {Tipo::Fecha};
     case TipoColumna::Texto:
@@ -225,6 +257,24 @@ void Entrega(sqlite3_context* contexto, const Dato& dato)
     EntregaEn(EnResultado{contexto}, dato);
 }
 
+void EntregaExacta(sqlite3_context* contexto, const Dato& dato)
+{
+    const auto* moneda = std::get_if<mdb::Moneda>(&dato);
+    const bool pequena = moneda && std::abs(static_cast<double>(moneda->diezmilesimas)) <
+                                       PrimeroSinMoneda * PartesDeMoneda;
+    const QString texto = pequena || mdb::EsNulo(dato) ? QString() : mdb::TextoExacto(dato);
+    if (texto.isEmpty() || (!moneda && CabeEnDoble(texto)))
+        Entrega(contexto, dato);
+    else
+        EnResultado{contexto}.Pon(texto);
+}
+
+bool PasaDeDoble(const mdb::Columna& columna)
+{
+    return columna.tipo == TipoColumna::Moneda ||
+           (columna.tipo == TipoColumna::Numerico && columna.precision > CifrasDeDoble);
+}
+
 void Liga(Preparada& preparada, int parametro, const Dato& dato)
 {
     EntregaEn(EnParametro{preparada, parametro}, dato);
@@ -246,13 +296,13 @@ Dato DatoDe(sqlite3_value* valor, const mdb::Columna& columna)
     case TipoColumna::Grande:
         return static_cast<qint64>(sqlite3_value_int64(valor));
     case TipoColumna::Moneda:
-        return mdb::Moneda{AEntero(std::nearbyint(sqlite3_value_double(valor) * PartesDeMoneda))};
+        return MonedaEn(valor, columna);
     case TipoColumna::Simple:
         return ASimple(sqlite3_value_double(valor));
     case TipoColumna::Doble:
         return sqlite3_value_double(valor);
     case TipoColumna::Numerico:
-        return NumericoDe(sqlite3_value_double(valor), columna.escala);
+        return NumericoEn(valor, columna);
     case TipoColumna::Fecha:
         if (const auto serie = SerieDe(valor))
             return mdb::Fecha{*serie};
@@ -324,6 +374,12 @@ std::optional<Margen> MargenDe(sqlite3_value* valor, const mdb::Columna& columna
         const double partes = numero * PartesDeMoneda;
         if (std::abs(partes) > LimiteDeMoneda)
             return std::nullopt;
+        if (std::abs(numero) >= PrimeroSinMoneda) {
+            // Several amounts are the same number.
+            const double paso = std::abs(partes) * std::numeric_limits<double>::epsilon() + 1;
+            return Margen{.desde = mdb::Moneda{AEntero(std::floor(partes - paso))},
+                          .hasta = mdb::Moneda{AEntero(std::ceil(partes + paso))}};
+        }
         // What a double leaves of the four decimals is no other amount.
         const double cercano = std::nearbyint(partes);
         const Margen margen = MargenEntero(std::abs(partes - cercano) < 1e-3 ? cercano : partes);

@@ -17,7 +17,11 @@ TipoDeclarado TipoDeColumna(const mdb::Columna& columna);
 /// Gives the engine a value in the form that the embedded database holds it in: dates as ISO texts,
 /// truth as -1 and 0.
 void Entrega(sqlite3_context* contexto, const mdb::Dato& dato);
-/// The same as a parameter, from 1, of a statement.
+/// The same, but as text where a double can't hold all the digits.
+void EntregaExacta(sqlite3_context* contexto, const mdb::Dato& dato);
+/// True for the columns where that may happen.
+bool PasaDeDoble(const mdb::Columna& columna);
+/// Gives the value as a parameter, from 1, of a statement, as Entrega does.
 void Liga(Preparada& preparada, int parametro, const mdb::Dato& dato);
 
 /// A value of the engine as the column holds it, for writing.

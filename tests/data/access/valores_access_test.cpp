@@ -1,4 +1,6 @@
 #include "base_prueba.h"
+#include "data/access/mdb/base_mdb.h"
+#include <QFile>
 #include <QLocale>
 
 using namespace tolmo::data;
@@ -73,6 +75,178 @@ TEST_F(ValoresAccess, LoQueNoCabeEnUnSimpleSeDice)
     EXPECT_EQ(Fallo("INSERT INTO SG VALUES (-3.5e38)"),
               "El número -3.5E+38 no cabe en el campo SG.S");
     EXPECT_EQ(Tabla("SELECT COUNT(*) FROM SG"), "0");
+}
+
+/// A file of Access, whose values are read without the engine.
+class CifrasEnElFichero : public testing::Test {
+  protected:
+    void Abre(const char* muestra = nullptr)
+    {
+        if (muestra) {
+            QFile::copy(QStringLiteral(KOV_FUENTES "/tests/data/access/mdb/muestras/") +
+                            QLatin1String(muestra),
+                        ruta_);
+            QFile::setPermissions(ruta_, QFile::ReadOwner | QFile::WriteOwner);
+        } else {
+            access::mdb::CreaBase(ruta_);
+        }
+        base_ = std::make_unique<access::ProveedorAccess>(
+            std::make_unique<access::FicheroAccess>(ruta_));
+    }
+
+    void Haz(const QString& sql) { base_->Ejecuta(sql); }
+
+    QString Fallo(const QString& sql)
+    {
+        try {
+            base_->Ejecuta(sql);
+        } catch (const ErrorSql& error) {
+            return error.Descripcion();
+        }
+        return {};
+    }
+
+    /// What a column holds, row by row, each value to its last digit.
+    QStringList Valores(const QString& tabla, const QString& columna)
+    {
+        const auto abierta = access::mdb::Base(ruta_).AbreTabla(tabla);
+        QStringList valores;
+        for (access::mdb::Cursor cursor(abierta); cursor.Siguiente();) {
+            for (const auto& una : abierta.definicion().columnas) {
+                if (una.nombre == columna)
+                    valores << access::mdb::TextoExacto(cursor.fila().Lee(una));
+            }
+        }
+        return valores;
+    }
+
+    std::size_t Cuantas(const QString& sql) { return base_->Consulta(sql, false).valores.size(); }
+
+    std::unique_ptr<access::ProveedorAccess> base_{};
+
+  private:
+    QTemporaryDir carpeta_;
+    QString ruta_ = carpeta_.filePath("bd.mdb");
+};
+
+// Up to the largest amount there is, of 19 digits.
+const QStringList Importes{"922337203685477.5807",
+                           "-922337203685477.5808",
+                           "900719925474.0993",
+                           "123456789012345.6789",
+                           "-0.0001",
+                           "12.34",
+                           "549755813888.0001",
+                           "922337203685477",
+                           "0"};
+
+TEST_F(CifrasEnElFichero, UnImporteSeGuardaConSusCuatroDecimales)
+{
+    Abre();
+    Haz("CREATE TABLE M (C CURRENCY)");
+    for (const QString& importe : Importes)
+        Haz("INSERT INTO M (C) VALUES (" + importe + ")");
+
+    EXPECT_EQ(Valores("M", "C"), Importes);
+}
+
+TEST_F(CifrasEnElFichero, UnImporteDeUnParametroTambien)
+{
+    Abre();
+    Haz("CREATE TABLE M (C CURRENCY)");
+    const Filas filas = base_->Consulta("SELECT * FROM M", true);
+    for (const QString& importe : Importes)
+        base_->Inserta(filas, {{"C", importe}});
+
+    EXPECT_EQ(Valores("M", "C"), Importes);
+}
+
+TEST_F(CifrasEnElFichero, UnImporteSeCopiaEnteroDeUnaColumnaAOtra)
+{
+    Abre();
+    Haz("CREATE TABLE M (ID INT, C CURRENCY, C2 CURRENCY)");
+    Haz("CREATE TABLE N (ID INT, C CURRENCY)");
+    Haz("CREATE TABLE O (C CURRENCY)");
+    for (const QString& importe : Importes)
+        Haz("INSERT INTO M (ID,C) VALUES (1," + importe + ")");
+
+    Haz("UPDATE M SET C2=C");
+    Haz("INSERT INTO N (ID,C) SELECT ID,C2 FROM M AS X WHERE ID=1");
+    Haz("INSERT INTO O SELECT C FROM N");
+
+    EXPECT_EQ(Valores("M", "C2"), Importes);
+    EXPECT_EQ(Valores("N", "C"), Importes);
+    EXPECT_EQ(Valores("O", "C"), Importes);
+
+    Haz("UPDATE N SET C=0");
+    Haz("UPDATE N INNER JOIN M ON N.ID=M.ID SET N.C=M.C2 WHERE M.C2=922337203685477.5807");
+    EXPECT_EQ(Valores("N", "C"), QStringList(Importes.size(), Importes[0]));
+}
+
+TEST_F(CifrasEnElFichero, UnImporteGrandeSeHallaPorSuIndice)
+{
+    Abre();
+    Haz("CREATE TABLE M (C CURRENCY, N INT)");
+    Haz("CREATE INDEX MCN ON M (C, N)");
+    for (const QString& importe : Importes)
+        Haz("INSERT INTO M VALUES (" + importe + ",7)");
+    Haz("INSERT INTO M VALUES (5000000000.1234,7)");
+
+    for (const QString& importe : Importes)
+        EXPECT_EQ(Cuantas("SELECT N FROM M WHERE N=7 AND C=" + importe), 1U)
+            << importe.toStdString();
+    EXPECT_EQ(Cuantas("SELECT N FROM M WHERE N=7 AND C=5000000000.1234"), 1U);
+    EXPECT_EQ(Cuantas("SELECT N FROM M WHERE C>=123456789012345.6789"), 3U);
+}
+
+TEST_F(CifrasEnElFichero, UnDecimalSeGuardaConTodasSusCifras)
+{
+    Abre("2003-numeric.mdb");
+
+    Haz("UPDATE test SET col2=123456789012345678");
+    EXPECT_EQ(Valores("test", "col2").first(), "123456789012345678");
+    EXPECT_EQ(Fallo("UPDATE test SET col2=1e30"), "El número 1E+30 no cabe en el campo test.col2");
+    EXPECT_EQ(Valores("test", "col2").first(), "123456789012345678");
+}
+
+TEST_F(ValoresAccess, UnImporteQueNoCabeSeDice)
+{
+    Haz("CREATE TABLE M (C CURRENCY)");
+    const auto noCabe = [](const QString& numero) {
+        return "El número " + numero + " no cabe en el campo M.C";
+    };
+
+    for (const char* importe :
+         {"922337203685477.5808", "-922337203685477.5809", "1000000000000000", "1e300"}) {
+        const QString numero = QLatin1String(importe);
+        EXPECT_EQ(Fallo("INSERT INTO M VALUES (" + numero + ")"),
+                  noCabe(numero == "1e300" ? "1E+300" : numero));
+        EXPECT_EQ(Fallo("INSERT INTO M VALUES ('" + numero + "')"), noCabe(numero));
+    }
+    EXPECT_EQ(Fallo("INSERT INTO M VALUES (99999999999999999999)"), noCabe("99999999999999999999"));
+    EXPECT_EQ(Tabla("SELECT COUNT(*) FROM M"), "0");
+}
+
+TEST_F(ValoresAccess, LosImportesCorrientesSonLosDeSiempre)
+{
+    Haz({"CREATE TABLE M (C CURRENCY)", "INSERT INTO M VALUES (1.00005)",
+         "INSERT INTO M VALUES (1.00015)", "INSERT INTO M VALUES ('2.50')",
+         "INSERT INTO M VALUES (-3)", "INSERT INTO M VALUES (1/3)"});
+
+    EXPECT_EQ(Tabla("SELECT C,C & '' FROM M"), "1|1 1.0002|1.0002 2.5|2.5 -3|-3 0.3333|0.3333");
+    EXPECT_EQ(Tabla("SELECT SUM(C) FROM M"), "1.8335");
+}
+
+TEST_F(ValoresAccess, UnNumeroLargoSeComparaComoNumero)
+{
+    Haz({"CREATE TABLE M (C CURRENCY, D DOUBLE, T nvarchar(30))",
+         "INSERT INTO M VALUES (123456789012345.6789,0.1234567890123456789,99999999999999999999)"});
+
+    EXPECT_EQ(Tabla("SELECT COUNT(*) FROM M WHERE C=123456789012345.6789"), "1");
+    EXPECT_EQ(Tabla("SELECT COUNT(*) FROM M WHERE C>-123456789012345.6789"), "1");
+    EXPECT_EQ(Tabla("SELECT COUNT(*) FROM M WHERE D=0.1234567890123456789"), "1");
+    EXPECT_EQ(Tabla("SELECT T,D+1.0000000000000000000 FROM M"), "1E+20|1.12345678901235");
+    EXPECT_EQ(Tabla("SELECT 99999999999999999999+1 FROM M"), "1E+20");
 }
 
 } // namespace
