@@ -121,7 +121,7 @@ quint32 CreaTabla(const std::shared_ptr<PaginasEscribibles>& paginas, const Nuev
 {
     return EnTabla(*paginas, tabla.nombre, [&] {
         CompruebaVersion(*paginas);
-        CompruebaNombre(tabla.nombre);
+        CompruebaNombreDeTabla(tabla.nombre);
         RegistroDeObjetos registro(paginas);
         registro.CompruebaLibre(tabla.nombre);
         Definicion definicion{.columnas = ColumnasDe(tabla, OrdenDelFichero(*paginas))};

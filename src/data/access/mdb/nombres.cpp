@@ -19,4 +19,18 @@ void CompruebaNombre(const QString& nombre)
         throw ErrorMdb(Motivo::NoAdmitido, QStringLiteral("El nombre no se puede usar: ") + nombre);
 }
 
+bool EsNombreDeSistema(const QString& tabla)
+{
+    return tabla.startsWith(QStringLiteral("MSys"), Qt::CaseInsensitive);
+}
+
+void CompruebaNombreDeTabla(const QString& nombre)
+{
+    CompruebaNombre(nombre);
+    if (EsNombreDeSistema(nombre))
+        throw ErrorMdb(
+            Motivo::NoAdmitido,
+            QStringLiteral("Los nombres que empiezan por MSys son de las tablas del sistema"));
+}
+
 } // namespace tolmo::data::access::mdb

@@ -4,6 +4,7 @@
 #include "data/access/mdb/escribe_fila.h"
 #include "data/access/mdb/escribe_largo.h"
 #include "data/access/mdb/exigencias.h"
+#include "data/access/mdb/nombres.h"
 #include "data/access/mdb/relaciones_tabla.h"
 #include "data/access/mdb/sitio_filas.h"
 #include "data/access/mdb/valor_largo.h"
@@ -57,8 +58,7 @@ void CompruebaQueSeEscribe(const Paginas& paginas, const Tabla& tabla, TablaEscr
         NoSeEscribe(QStringLiteral("Los ficheros de Access 97 sólo se leen"));
     if (&tabla.paginas() != &paginas)
         NoSeEscribe(QStringLiteral("En una tabla vinculada no se escribe"));
-    const bool deSistema = tabla.definicion().deSistema ||
-                           tabla.Nombre().startsWith(QStringLiteral("MSys"), Qt::CaseInsensitive);
+    const bool deSistema = tabla.definicion().deSistema || EsNombreDeSistema(tabla.Nombre());
     if (deSistema && clase == TablaEscribible::Clase::DeUsuario)
         NoSeEscribe(QStringLiteral("En las tablas del sistema no se escribe"));
     for (const Columna& columna : tabla.definicion().columnas) {
