@@ -2,6 +2,19 @@
 #include "data/access/errores_access.h"
 
 namespace tolmo::data::access {
+namespace {
+
+/// False for a width of nothing, and for a decimal number of more digits than there are.
+bool CabeElAncho(const QString& medidas, const TipoDeclarado& tipo)
+{
+    const int primera = medidas.section(u',', 0, 0).toInt();
+    const int segunda = medidas.section(u',', 1, 1).toInt();
+    if (medidas.isEmpty() || tipo.precision == 0)
+        return medidas.isEmpty() || primera > 0;
+    return primera == tipo.precision && segunda == tipo.escala;
+}
+
+} // namespace
 
 Sentencia Analizador::LeeCreacion()
 {
@@ -67,15 +80,19 @@ TipoDeclarado Analizador::LeeTipoColumna(ColumnaNueva& columna)
         declarado.compare(QLatin1String("COUNTER"), Qt::CaseInsensitive) == 0 ||
         declarado.compare(QLatin1String("AUTOINCREMENT"), Qt::CaseInsensitive) == 0 ||
         declarado.compare(QLatin1String("IDENTITY"), Qt::CaseInsensitive) == 0;
+    QString medidas;
     if (SiSigno("(")) {
-        declarado += u'(';
         while (Mira().ficha == Ficha::Entero || Mira().EsSigno(",") || Mira().EsSigno("-"))
-            declarado += Toma().texto;
+            medidas += Toma().texto;
         ExigeSigno(")");
+        declarado += u'(' + medidas + u')';
     }
     const TipoDeclarado tipo = LeeTipo(declarado);
     if (tipo.tipo == Tipo::Desconocido)
         RechazaEn(posicion, QStringLiteral("No se conoce el tipo de datos %1").arg(declarado));
+    if (!CabeElAncho(medidas, tipo))
+        RechazaEn(posicion,
+                  QStringLiteral("El tipo de datos %1 no puede tener esa medida").arg(declarado));
     return tipo;
 }
 

@@ -4,10 +4,10 @@
 namespace tolmo::data::access {
 namespace {
 
-mdb::TipoColumna TipoParaFichero(Tipo tipo)
+mdb::TipoColumna TipoParaFichero(const TipoDeclarado& tipo)
 {
     using mdb::TipoColumna;
-    switch (tipo) {
+    switch (tipo.tipo) {
     case Tipo::Byte:
         return TipoColumna::Byte;
     case Tipo::Corto:
@@ -19,7 +19,7 @@ mdb::TipoColumna TipoParaFichero(Tipo tipo)
         return TipoColumna::Simple;
     case Tipo::Grande: // files of these years have no whole numbers of that size
     case Tipo::Doble:
-        return TipoColumna::Doble;
+        return tipo.precision > 0 ? TipoColumna::Numerico : TipoColumna::Doble;
     case Tipo::Moneda:
         return TipoColumna::Moneda;
     case Tipo::Fecha:
@@ -27,10 +27,10 @@ mdb::TipoColumna TipoParaFichero(Tipo tipo)
     case Tipo::Logico:
         return TipoColumna::Logico;
     case Tipo::Binario:
-        return TipoColumna::Ole;
+        return tipo.ancho > 0 ? TipoColumna::Binario : TipoColumna::Ole;
     case Tipo::Texto:
     case Tipo::Nulo:
-        return TipoColumna::Texto;
+        return tipo.guid ? TipoColumna::Guid : TipoColumna::Texto;
     case Tipo::Memo:
     case Tipo::Desconocido:
         break;
@@ -67,18 +67,6 @@ QString TextoDeDefecto(const Expresion& defecto)
                     : TextoDeConstante(defecto.literal);
 }
 
-mdb::NuevaColumna ColumnaParaFichero(const ColumnaNueva& columna)
-{
-    const mdb::TipoColumna tipo =
-        columna.contador ? mdb::TipoColumna::Largo : TipoParaFichero(columna.tipo.tipo);
-    return {.nombre = columna.nombre,
-            .tipo = tipo,
-            .ancho = tipo == mdb::TipoColumna::Texto ? columna.tipo.ancho : 0,
-            .obligatoria = columna.obligatoria,
-            .autonumerica = columna.contador,
-            .predeterminado = columna.defecto ? TextoDeDefecto(*columna.defecto) : QString()};
-}
-
 } // namespace
 
 mdb::NuevaTabla TablaParaFichero(const TablaNueva& tabla)
@@ -89,6 +77,21 @@ mdb::NuevaTabla TablaParaFichero(const TablaNueva& tabla)
     for (const IndiceNuevo& indice : tabla.indices)
         nueva.indices.push_back(IndiceParaFichero(indice));
     return nueva;
+}
+
+mdb::NuevaColumna ColumnaParaFichero(const ColumnaNueva& columna)
+{
+    const mdb::TipoColumna tipo =
+        columna.contador ? mdb::TipoColumna::Largo : TipoParaFichero(columna.tipo);
+    const bool conAncho = tipo == mdb::TipoColumna::Texto || tipo == mdb::TipoColumna::Binario;
+    return {.nombre = columna.nombre,
+            .tipo = tipo,
+            .ancho = conAncho ? columna.tipo.ancho : 0,
+            .precision = static_cast<quint8>(columna.tipo.precision),
+            .escala = static_cast<quint8>(columna.tipo.escala),
+            .obligatoria = columna.obligatoria,
+            .autonumerica = columna.contador,
+            .predeterminado = columna.defecto ? TextoDeDefecto(*columna.defecto) : QString()};
 }
 
 mdb::NuevoIndice IndiceParaFichero(const IndiceNuevo& indice)

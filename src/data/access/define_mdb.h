@@ -4,9 +4,10 @@
 
 namespace tolmo::data::access {
 
-/// What a CREATE TABLE or CREATE INDEX means for an Access file. The defaults of the columns are
+/// What a new table, column or index means for an Access file. The defaults of columns are
 /// constants.
 mdb::NuevaTabla TablaParaFichero(const TablaNueva& tabla);
+mdb::NuevaColumna ColumnaParaFichero(const ColumnaNueva& columna);
 mdb::NuevoIndice IndiceParaFichero(const IndiceNuevo& indice);
 
 /// True for the tables that the program makes for itself while it runs.

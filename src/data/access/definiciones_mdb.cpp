@@ -2,14 +2,16 @@
 #include "data/access/consultas_guardadas.h"
 #include "data/access/define_mdb.h"
 #include "data/access/errores_access.h"
+#include "data/access/mdb/cambia_tabla.h"
 #include "data/access/piezas_consulta.h"
 #include "data/access/traductor.h"
 
 namespace tolmo::data::access {
 
-DefinicionesMdb::DefinicionesMdb(FicheroAccess& fichero, Esquema& esquema,
+DefinicionesMdb::DefinicionesMdb(const Base& base, FicheroAccess& fichero, Esquema& esquema,
                                  std::function<void()> sueltaSentencias)
-    : fichero_(fichero), esquema_(esquema), sueltaSentencias_(std::move(sueltaSentencias))
+    : base_(base), fichero_(fichero), esquema_(esquema),
+      sueltaSentencias_(std::move(sueltaSentencias))
 {
 }
 
@@ -19,7 +21,7 @@ bool DefinicionesMdb::DeFichero(const QString& tabla) const
     return vista && vista->deFichero;
 }
 
-void DefinicionesMdb::Cambia(
+void DefinicionesMdb::Define(
     const std::function<void(const std::shared_ptr<mdb::PaginasEscribibles>&)>& cambio)
 {
     sueltaSentencias_();
@@ -38,7 +40,7 @@ void DefinicionesMdb::Desconecta()
 bool DefinicionesMdb::Crea(const TablaNueva& tabla)
 {
     try {
-        Cambia([&](const auto& paginas) { mdb::CreaTabla(paginas, TablaParaFichero(tabla)); });
+        Define([&](const auto& paginas) { mdb::CreaTabla(paginas, TablaParaFichero(tabla)); });
     } catch (const ErrorSql&) {
         const bool referencias = Llave(tabla.nombre) == Llave(QLatin1String(TablaReferencias));
         if (!fichero_.EstabaEnUso() || !referencias)
@@ -52,7 +54,7 @@ bool DefinicionesMdb::Crea(const IndiceNuevo& indice)
 {
     const QString tabla = esquema_.Busca(indice.tabla)->nombre;
     Desconecta();
-    Cambia(
+    Define(
         [&](const auto& paginas) { mdb::CreaIndice(paginas, tabla, IndiceParaFichero(indice)); });
     return true;
 }
@@ -62,7 +64,7 @@ bool DefinicionesMdb::Crea(const ConsultaNueva& consulta)
     if (esquema_.Busca(consulta.nombre))
         Rechaza(QStringLiteral("La tabla o consulta %1 ya existe").arg(consulta.nombre));
     const std::vector<mdb::Pieza> piezas = PiezasDe(consulta.texto);
-    Cambia([&](const auto& paginas) { mdb::CreaConsulta(paginas, consulta.nombre, piezas); });
+    Define([&](const auto& paginas) { mdb::CreaConsulta(paginas, consulta.nombre, piezas); });
     return true;
 }
 
@@ -85,16 +87,100 @@ bool DefinicionesMdb::Elimina(const Eliminacion& eliminacion)
         return false;
     const QString nombre = esquema_.Busca(tabla)->nombre;
     if (!deIndice && esquema_.Busca(tabla)->clase == TablaVista::Clase::Guardada) {
-        Cambia([&](const auto& paginas) { mdb::BorraConsulta(paginas, nombre); });
+        Define([&](const auto& paginas) { mdb::BorraConsulta(paginas, nombre); });
         return true;
     }
     if (eliminacion.clase == Eliminacion::Clase::Consulta)
         Rechaza(QStringLiteral("%1 es una tabla y no una consulta").arg(nombre));
-    if (deIndice)
-        Rechaza(QStringLiteral("Los índices de un fichero de Access no se eliminan desde aquí"));
+    if (deIndice) {
+        BorraIndice(nombre, eliminacion.nombre);
+        return true;
+    }
     Desconecta();
-    Cambia([&](const auto& paginas) { mdb::BorraTabla(paginas, nombre); });
+    Define([&](const auto& paginas) { mdb::BorraTabla(paginas, nombre); });
     return true;
+}
+
+void DefinicionesMdb::BorraIndice(const QString& tabla, const QString& indice)
+{
+    Desconecta();
+    Define([&](const auto& paginas) { mdb::BorraIndice(paginas, tabla, indice); });
+}
+
+/// \returns true always
+bool DefinicionesMdb::Cambia(const CambioTabla& cambio, const Sentencia& sentencia)
+{
+    const Plan plan = Traductor(esquema_).Traduce(sentencia, false);
+    const QString tabla = esquema_.Busca(cambio.tabla)->nombre;
+    switch (cambio.clase) {
+    case CambioTabla::Clase::Anade:
+        Desconecta();
+        Define([&](const auto& paginas) {
+            mdb::AnadeColumna(paginas, tabla, ColumnaParaFichero(cambio.columna));
+        });
+        return true;
+    case CambioTabla::Clase::Quita:
+        Desconecta();
+        Define(
+            [&](const auto& paginas) { mdb::QuitaColumna(paginas, tabla, cambio.columna.nombre); });
+        return true;
+    case CambioTabla::Clase::Cambia:
+        CambiaColumna(tabla, cambio, plan.sql.at(1));
+        return true;
+    case CambioTabla::Clase::AnadeIndice:
+        return Crea(cambio.indice);
+    case CambioTabla::Clase::QuitaIndice:
+        break;
+    }
+    BorraIndice(tabla, cambio.indice.nombre);
+    return true;
+}
+
+/// A column of another kind takes the values, which the engine converts, and then the place of the
+/// old one.
+void DefinicionesMdb::CambiaColumna(const QString& tabla, const CambioTabla& cambio,
+                                    const QString& convierte)
+{
+    Desconecta();
+    EnUna([&] {
+        fichero_.Define([&](const auto& paginas) {
+            mdb::NuevaColumna nueva = ColumnaParaFichero(cambio.columna);
+            nueva.nombre = QLatin1String(ColumnaProvisional);
+            mdb::AnadeColumna(paginas, tabla, nueva);
+        });
+        esquema_.Busca(tabla);
+        base_.Ejecuta(convierte);
+        Desconecta();
+        fichero_.Define([&](const auto& paginas) {
+            mdb::SustituyeColumna(paginas, tabla, cambio.columna.nombre,
+                                  QLatin1String(ColumnaProvisional));
+        });
+    });
+}
+
+void DefinicionesMdb::CreaYLlena(const TablaNueva& tabla, const std::function<void()>& llena)
+{
+    EnUna([&] {
+        fichero_.Define(
+            [&](const auto& paginas) { mdb::CreaTabla(paginas, TablaParaFichero(tabla)); });
+        esquema_.Olvida();
+        esquema_.Busca(tabla.nombre);
+        llena();
+    });
+    esquema_.Olvida();
+}
+
+/// What fails leaves the engine's tables as unknown as they were before.
+void DefinicionesMdb::EnUna(const std::function<void()>& cambios)
+{
+    try {
+        Transaccion transaccion(base_);
+        fichero_.EnUna(cambios);
+        transaccion.Confirma();
+    } catch (...) {
+        Desconecta();
+        throw;
+    }
 }
 
 /// \throws ErrorSql for what the engine wouldn't do with a table of its own either
@@ -117,17 +203,13 @@ bool DefinicionesMdb::Haz(const Sentencia& sentencia)
         Comprueba(sentencia);
         return Crea(*indice);
     }
-    if (const auto* fuera = std::get_if<Eliminacion>(&sentencia))
+    if (const auto* fuera = std::get_if<Eliminacion>(&sentencia)) {
+        if (fuera->clase == Eliminacion::Clase::Indice && DeFichero(fuera->tabla))
+            Comprueba(sentencia);
         return Elimina(*fuera);
-    if (const auto* cambio = std::get_if<CambioTabla>(&sentencia);
-        cambio && DeFichero(cambio->tabla))
-        Rechaza(QStringLiteral(
-            "Las columnas de una tabla de un fichero de Access no se cambian desde aquí"));
-    if (const auto* consulta = std::get_if<Consulta>(&sentencia)) {
-        const QString& destino = consulta->partes[0].destino;
-        if (!destino.isEmpty() && !EsDelPrograma(destino))
-            Rechaza(QStringLiteral("En un fichero de Access no se hace una tabla con SELECT INTO"));
     }
+    if (const auto* cambio = std::get_if<CambioTabla>(&sentencia))
+        return DeFichero(cambio->tabla) && Cambia(*cambio, sentencia);
     if (const auto* consulta = std::get_if<ConsultaNueva>(&sentencia))
         return Crea(*consulta);
     if (const auto* llamada = std::get_if<Llamada>(&sentencia))

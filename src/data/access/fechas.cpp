@@ -1,5 +1,6 @@
 #include "data/access/fechas.h"
 #include "data/valores.h"
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -207,6 +208,9 @@ double Serie(const Momento& momento)
 
 Momento DesdeSerie(double serie)
 {
+    // Far beyond any date, but not beyond what a day can count.
+    constexpr double MuyLejos = 1e8;
+    serie = std::isnan(serie) ? MuyLejos : std::clamp(serie, -MuyLejos, MuyLejos);
     double dias = std::trunc(serie);
     long segundos = std::lround(std::fabs(serie - dias) * SegundosDia);
     if (segundos == SegundosDia) {
@@ -214,6 +218,12 @@ Momento DesdeSerie(double serie)
         dias += serie < 0 ? -1 : 1;
     }
     return {DiaCero.addDays(static_cast<qint64>(dias)), static_cast<int>(segundos)};
+}
+
+bool CabeEnColumna(const Momento& momento)
+{
+    const int anio = momento.dia.year();
+    return momento.dia.isValid() && anio >= 100 && anio <= 9999;
 }
 
 QDateTime AFechaHora(const Momento& momento)

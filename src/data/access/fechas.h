@@ -34,6 +34,9 @@ QString TextoMomento(const Momento& momento);
 double Serie(const Momento& momento);
 Momento DesdeSerie(double serie);
 
+/// True in the years 100 to 9999, which are those that a column of dates holds.
+bool CabeEnColumna(const Momento& momento);
+
 QDateTime AFechaHora(const Momento& momento);
 Momento DesdeFechaHora(const QDateTime& fecha);
 

@@ -1,5 +1,6 @@
 #include "data/access/fichero_access.h"
 #include "data/access/errores_access.h"
+#include <QScopeGuard>
 
 namespace tolmo::data::access {
 
@@ -25,6 +26,8 @@ FicheroAccess::Sentencia::Sentencia(FicheroAccess& fichero)
     : fichero_(fichero), hayCambios_(fichero.paginas_->EmpiezaLectura())
 {
     fichero_.estabaEnUso_ = false;
+    fichero_.falloAlConfirmar_.clear();
+    hayCambios_ = std::exchange(fichero_.deshecho_, false) || hayCambios_;
     hayCambios_ = fichero_.enlazados_.EmpiezaLectura() || hayCambios_;
     if (!hayCambios_)
         return;
@@ -42,25 +45,50 @@ FicheroAccess::Sentencia::~Sentencia()
     fichero_.AcabaLectura();
 }
 
-void FicheroAccess::Empieza()
+FicheroAccess::Turno::Turno(FicheroAccess& fichero)
+    : fichero_(fichero), suelta_(!fichero.enTransaccion_()), hayCambios_(fichero.Empieza())
+{
+}
+
+FicheroAccess::Turno::~Turno()
+{
+    // The engine ends the transaction of a statement that has changed something.
+    if (suelta_ && fichero_.paginas_->Abierta())
+        fichero_.Deshace();
+}
+
+void FicheroAccess::Turno::PoneAlDia(const std::function<void()>& accion)
+{
+    fichero_.poniendoseAlDia_ = true;
+    const auto fin = qScopeGuard([this] { fichero_.poniendoseAlDia_ = false; });
+    accion();
+}
+
+bool FicheroAccess::Empieza()
 {
     if (paginas_->Abierta())
-        return;
+        return false;
     estabaEnUso_ = false;
+    bool cambiado = false;
     try {
-        paginas_->Empieza();
+        cambiado = paginas_->Empieza();
     } catch (const mdb::ErrorMdb& error) {
         estabaEnUso_ = error.motivo() == mdb::Motivo::EnUso;
         throw;
     }
     NotaCambio();
+    if (cambiado)
+        AbreBase();
     for (const int numero : pedidas_)
         Marca(numero);
     pedidas_.clear();
+    return cambiado;
 }
 
 void FicheroAccess::Confirma()
 {
+    if (poniendoseAlDia_)
+        return;
     pedidas_.clear();
     marcas_.clear();
     if (paginas_->Abierta())
@@ -69,8 +97,11 @@ void FicheroAccess::Confirma()
 
 void FicheroAccess::Deshace()
 {
+    if (poniendoseAlDia_)
+        return;
     pedidas_.clear();
     marcas_.clear();
+    deshecho_ = true;
     NotaCambio();
     if (!paginas_->Abierta())
         return;
@@ -119,11 +150,16 @@ mdb::TablaEscribible FicheroAccess::Escribible(const mdb::Tabla& tabla) const
 void FicheroAccess::Define(
     const std::function<void(const std::shared_ptr<mdb::PaginasEscribibles>&)>& cambio)
 {
+    EnUna([&] { cambio(paginas_); });
+}
+
+void FicheroAccess::EnUna(const std::function<void()>& cambios)
+{
     const bool propia = !paginas_->Abierta() && !enTransaccion_();
     Empieza();
     const std::size_t marca = paginas_->Marca();
     try {
-        cambio(paginas_);
+        cambios();
         paginas_->Suelta(marca);
         if (propia)
             Confirma();
@@ -131,10 +167,20 @@ void FicheroAccess::Define(
         if (propia)
             Deshace();
         else
-            paginas_->VuelveA(marca);
+            VuelveATodo(marca);
         throw;
     }
     NotaCambio();
+    AbreBase();
+}
+
+/// Undoes all that came after a mark, the engine's own marks among it.
+void FicheroAccess::VuelveATodo(std::size_t marca)
+{
+    std::erase_if(marcas_, [&](const auto& suya) { return suya.second > marca; });
+    NotaCambio();
+    paginas_->VuelveA(marca);
+    paginas_->Suelta(marca);
     AbreBase();
 }
 

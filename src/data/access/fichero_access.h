@@ -32,12 +32,36 @@ class FicheroAccess {
         Sentencia(const Sentencia&) = delete;
         Sentencia& operator=(const Sentencia&) = delete;
 
-        /// True when there is something new: whatever was known of the file is outdated then.
+        /// True when there is something new, or a transaction was undone: whatever was known of the
+        /// file is outdated then.
         bool HayCambios() const { return hayCambios_; }
 
       private:
         FicheroAccess& fichero_;
         bool hayCambios_ = false;
+    };
+
+    /// The turn of a statement that changes the file: nobody else writes from its beginning to its
+    /// end, so that what it reads is what it changes.
+    class Turno {
+      public:
+        /// \throws ErrorSql when somebody has the file open, or it can't be written
+        explicit Turno(FicheroAccess& fichero);
+        ~Turno();
+        Turno(const Turno&) = delete;
+        Turno& operator=(const Turno&) = delete;
+
+        /// True when another has changed the file meanwhile: whatever was known of it is outdated.
+        bool HayCambios() const { return hayCambios_; }
+
+        /// Takes notice of what has changed; that the engine forgets and learns tables in doing so
+        /// doesn't end the turn.
+        void PoneAlDia(const std::function<void()>& accion);
+
+      private:
+        FicheroAccess& fichero_;
+        bool suelta_; ///< outside any transaction: the turn ends with the statement
+        bool hayCambios_;
     };
 
     /// A table of the file, or a linked one in the file where it lives; any case.
@@ -63,8 +87,9 @@ class FicheroAccess {
 
     // Changes, which the engine makes in its own transactions; `abierta` tells whether one is.
     void MiraTransaccion(std::function<bool()> abierta) { enTransaccion_ = std::move(abierta); }
+    /// \returns true when another has changed the file: whatever was known of it is outdated
     /// \throws ErrorSql when somebody has the file open, or it can't be written
-    void Empieza();
+    bool Empieza();
     void Confirma();
     void Deshace();
     void Marca(int numero);
@@ -76,12 +101,20 @@ class FicheroAccess {
     /// Changes the shape of the file, in the transaction that is open, also where only the engine's
     /// own part has begun yet, or in one of its own.
     void Define(const std::function<void(const std::shared_ptr<mdb::PaginasEscribibles>&)>& cambio);
+    /// Does several changes, of the shape and of rows, in the same way: all or none.
+    void EnUna(const std::function<void()>& cambios);
+
+    /// Why the last statement could not be confirmed; the engine itself only tells that it
+    /// couldn't.
+    const QString& FalloAlConfirmar() const { return falloAlConfirmar_; }
+    void NotaFalloAlConfirmar(const QString& porque) { falloAlConfirmar_ = porque; }
 
     /// True when a change of the last statement was refused because somebody has the file open.
     bool EstabaEnUso() const { return estabaEnUso_; }
 
   private:
     void AbreBase();
+    void VuelveATodo(std::size_t marca);
     void AcabaLectura();
 
     std::shared_ptr<mdb::TransaccionPaginas> paginas_;
@@ -92,6 +125,9 @@ class FicheroAccess {
     std::set<int> pedidas_{};             ///< before the transaction is open
     quint64 version_ = 1;
     bool estabaEnUso_ = false;
+    QString falloAlConfirmar_{};
+    bool poniendoseAlDia_ = false;
+    bool deshecho_ = false; ///< since the last statement began
 };
 
 } // namespace tolmo::data::access

@@ -82,7 +82,7 @@ void Fecha(Argumentos& a)
         return;
     }
     const auto momento = a.MomentoSiLoEs(0);
-    if (momento)
+    if (momento && CabeEnColumna(*momento))
         a.Devuelve(Iso(*momento));
     else
         a.DevuelveNulo();
@@ -103,7 +103,10 @@ void SerieDeFecha(Argumentos& a)
 
 void FechaDeSerie(Argumentos& a)
 {
-    a.Devuelve(Iso(DesdeSerie(a.Numero(0))));
+    const Momento momento = DesdeSerie(a.Numero(0));
+    if (!CabeEnColumna(momento))
+        throw ErrorFuncion(QStringLiteral("La fecha no está entre los años 100 y 9999"));
+    a.Devuelve(Iso(momento));
 }
 
 // "&": Null counts as empty, but Null with Null stays Null.
@@ -152,6 +155,10 @@ void AsignaTexto(Argumentos& a)
 void AsignaFecha(Argumentos& a)
 {
     const auto momento = a.MomentoSiLoEs(0);
+    if (momento && !CabeEnColumna(*momento))
+        throw ErrorFuncion(
+            QStringLiteral("La fecha para el campo %1 no está entre los años 100 y 9999")
+                .arg(a.Texto(1)));
     if (momento)
         a.Devuelve(Iso(*momento));
     else if (a.EsNulo(0))

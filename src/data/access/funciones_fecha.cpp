@@ -102,7 +102,7 @@ Momento Mas(const QString& intervalo, qlonglong n, Momento m)
         m = MasSegundos(m, n);
     else
         ArgumentoNoValido("DateAdd");
-    if (!m.dia.isValid() || m.dia.year() < 100 || m.dia.year() > 9999)
+    if (!CabeEnColumna(m))
         ArgumentoNoValido("DateAdd");
     return m;
 }
@@ -157,7 +157,7 @@ void DateSerial(Argumentos& a)
     const int completo = anio < 0 ? -1 : anio < 30 ? anio + 2000 : anio < 100 ? anio + 1900 : anio;
     const QDate dia =
         QDate(completo, 1, 1).addMonths(static_cast<int>(a.Entero(1)) - 1).addDays(a.Entero(2) - 1);
-    if (completo < 0 || !dia.isValid())
+    if (completo < 0 || !CabeEnColumna({dia, 0}))
         ArgumentoNoValido("DateSerial");
     a.Devuelve(Iso({dia, 0}));
 }

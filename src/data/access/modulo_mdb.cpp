@@ -387,6 +387,18 @@ template <auto Parte> int EnTransaccion(sqlite3_vtab* tabla)
         return SQLITE_OK;
     });
 }
+/// Whoever writes takes the turn before the statement begins, and finds out then what is new.
+int EmpiezaTransaccion(sqlite3_vtab* tabla)
+{
+    return Hace(tabla, [&] {
+        De(tabla).escribible.reset();
+        if (De(tabla).fichero.Empieza())
+            Rechaza(QStringLiteral(
+                "Otro programa ha cambiado el fichero entretanto: repita la operación"));
+        return SQLITE_OK;
+    });
+}
+
 template <auto Parte> int EnPunto(sqlite3_vtab* tabla, int numero)
 {
     return Hace(tabla, [&] {
@@ -402,6 +414,14 @@ int Acaba(sqlite3_vtab* tabla)
     return SQLITE_OK;
 }
 
+/// The engine tells the end of the statement that takes a table away to the others only: its mark
+/// would stay and be taken for that of a later statement.
+int Destruye(sqlite3_vtab* tabla)
+{
+    const int resultado = EnPunto<&FicheroAccess::Suelta>(tabla, 0);
+    return resultado == SQLITE_OK ? Desconecta(tabla) : resultado;
+}
+
 /// The engine tells the end of a transaction to the tables that it knows then; one that was changed
 /// and made unknown again in the same transaction hears nothing. \returns not 0 when the file can't
 /// be written: the engine undoes its own part then
@@ -410,7 +430,8 @@ int AlConfirmar(void* fichero)
     try {
         static_cast<FicheroAccess*>(fichero)->Confirma();
         return 0;
-    } catch (const ErrorDatos&) {
+    } catch (const ErrorDatos& error) {
+        static_cast<FicheroAccess*>(fichero)->NotaFalloAlConfirmar(error.Descripcion());
         return 1;
     }
 }
@@ -432,7 +453,7 @@ sqlite3_module Modulo()
     modulo.xConnect = Conecta;
     modulo.xBestIndex = EligeIndice;
     modulo.xDisconnect = Desconecta;
-    modulo.xDestroy = Desconecta;
+    modulo.xDestroy = Destruye;
     modulo.xOpen = Abre;
     modulo.xClose = Cierra;
     modulo.xFilter = Filtra;
@@ -441,7 +462,7 @@ sqlite3_module Modulo()
     modulo.xColumn = DaColumna;
     modulo.xRowid = DaFila;
     modulo.xUpdate = Cambia;
-    modulo.xBegin = EnTransaccion<&FicheroAccess::Empieza>;
+    modulo.xBegin = EmpiezaTransaccion;
     modulo.xSync = EnTransaccion<&FicheroAccess::Confirma>;
     modulo.xCommit = Acaba;
     modulo.xRollback = EnTransaccion<&FicheroAccess::Deshace>;

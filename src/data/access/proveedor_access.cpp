@@ -42,7 +42,7 @@ ProveedorAccess::ProveedorAccess(std::unique_ptr<FicheroAccess> fichero, Ahora a
       listas_(ListasGuardadas)
 {
     definiciones_ =
-        std::make_unique<DefinicionesMdb>(*fichero_, esquema_, [this] { listas_.clear(); });
+        std::make_unique<DefinicionesMdb>(base_, *fichero_, esquema_, [this] { listas_.clear(); });
     RegistraModuloMdb(base_.Manejo(), *fichero_, esquema_);
 }
 
@@ -152,13 +152,35 @@ ProveedorAccess::Lista& ProveedorAccess::Prepara(const QString& sql, std::vector
     return guardada;
 }
 
+/// A statement that changes rows of the file waits for its turn to write, and is then translated
+/// for the tables as whoever went before has left them.
+ProveedorAccess::Lista& ProveedorAccess::PreparaEnTurno(const QString& sql,
+                                                        std::vector<Lexema>& lexemas,
+                                                        bool actualizable, Lista& suelta,
+                                                        EnTurno& turno)
+{
+    Lista* lista = &Prepara(sql, lexemas, actualizable, suelta);
+    if (!EsDeFichero(lista->plan.cambia) && !HaceTablaDelFichero(lista->plan))
+        return *lista;
+    turno.emplace(*fichero_);
+    if (turno->HayCambios())
+        turno->PoneAlDia([&] {
+            suelta = {};
+            listas_.clear();
+            esquema_.Desconecta();
+            lista = &Prepara(sql, lexemas, actualizable, suelta);
+        });
+    return *lista;
+}
+
 Filas ProveedorAccess::Consulta(const QString& sql, bool actualizable)
 {
     EnFichero enFichero;
     MiraElFichero(enFichero);
+    EnTurno turno;
     std::vector<Lexema> lexemas;
     Lista suelta;
-    Lista& lista = Prepara(sql, lexemas, actualizable, suelta);
+    Lista& lista = PreparaEnTurno(sql, lexemas, actualizable, suelta, turno);
     Filas filas;
     if (!lista.plan.esConsulta) {
         EjecutaPlan(lista.plan, lexemas);
@@ -178,6 +200,8 @@ long long ProveedorAccess::Ejecuta(const QString& sql)
     try {
         return EjecutaUna(sql);
     } catch (const ErrorSql&) {
+        if (fichero_ && !fichero_->FalloAlConfirmar().isEmpty())
+            Rechaza(fichero_->FalloAlConfirmar());
         if (!PuedeApartar(sql))
             throw;
     }
@@ -189,9 +213,10 @@ long long ProveedorAccess::EjecutaUna(const QString& sql)
 {
     EnFichero enFichero;
     MiraElFichero(enFichero);
+    EnTurno turno;
     std::vector<Lexema> lexemas;
     Lista suelta;
-    Lista& lista = Prepara(sql, lexemas, false, suelta);
+    Lista& lista = PreparaEnTurno(sql, lexemas, false, suelta, turno);
     if (lista.preparadas.empty())
         return EjecutaPlan(lista.plan, lexemas);
     Preparada& preparada = lista.preparadas[0];
@@ -202,18 +227,30 @@ long long ProveedorAccess::EjecutaUna(const QString& sql)
     return lista.plan.esConsulta ? 0 : base_.Cambios();
 }
 
+bool ProveedorAccess::HaceTablaDelFichero(const Plan& plan) const
+{
+    return definiciones_ && plan.nueva && !EsDelPrograma(plan.nueva->nombre);
+}
+
 // Statements that change the schema go one after the other, as each needs what the one before made.
 long long ProveedorAccess::EjecutaPlan(const Plan& plan, const std::vector<Lexema>& lexemas)
 {
     if (plan.cambiaEsquema)
         Olvida();
-    Transaccion transaccion(base_);
-    for (const QString& texto : plan.sql) {
-        Preparada preparada = base_.Prepara(texto);
-        LigaLiterales(preparada, lexemas);
-        while (preparada.Paso()) {
+    const auto haz = [&](const QStringList& textos) {
+        for (const QString& texto : textos) {
+            Preparada preparada = base_.Prepara(texto);
+            LigaLiterales(preparada, lexemas);
+            while (preparada.Paso()) {
+            }
         }
+    };
+    if (HaceTablaDelFichero(plan)) {
+        definiciones_->CreaYLlena(*plan.nueva, [&] { haz(plan.sql.mid(1)); });
+        return 0;
     }
+    Transaccion transaccion(base_);
+    haz(plan.sql);
     const long long cambios = base_.Cambios();
     transaccion.Confirma();
     if (plan.cambiaEsquema)
@@ -252,6 +289,22 @@ const TablaVista& TablaDe(const Esquema& esquema, const Filas& filas)
 
 } // namespace
 
+/// The table of a record set, for changing its rows.
+const TablaVista& ProveedorAccess::TablaEnTurno(const Filas& filas, EnTurno& turno)
+{
+    const TablaVista* tabla = &TablaDe(esquema_, filas);
+    if (!tabla->deFichero)
+        return *tabla;
+    turno.emplace(*fichero_);
+    if (turno->HayCambios())
+        turno->PoneAlDia([&] {
+            listas_.clear();
+            esquema_.Desconecta();
+            tabla = &TablaDe(esquema_, filas);
+        });
+    return *tabla;
+}
+
 // In an open record set a value that its column can't take is a matter of the field, with a number
 // of its own.
 template <class Accion> auto ProveedorAccess::ComoValor(Accion accion)
@@ -271,7 +324,8 @@ void ProveedorAccess::Actualiza(const Filas& filas, std::size_t fila, const Camb
         return;
     EnFichero enFichero;
     MiraElFichero(enFichero);
-    const TablaVista& tabla = TablaDe(esquema_, filas);
+    EnTurno turno;
+    const TablaVista& tabla = TablaEnTurno(filas, turno);
     QStringList lista;
     for (const auto& [nombre, valor] : cambios) {
         const ColumnaVista& columna = ColumnaDeCambio(tabla, filas, nombre);
@@ -295,7 +349,8 @@ Valor ProveedorAccess::Inserta(const Filas& filas, const Cambios& cambios)
 {
     EnFichero enFichero;
     MiraElFichero(enFichero);
-    const TablaVista& tabla = TablaDe(esquema_, filas);
+    EnTurno turno;
+    const TablaVista& tabla = TablaEnTurno(filas, turno);
     QStringList columnas;
     QStringList valores;
     for (const auto& [nombre, valor] : cambios) {
@@ -321,7 +376,8 @@ void ProveedorAccess::Borra(const Filas& filas, std::size_t fila)
 {
     EnFichero enFichero;
     MiraElFichero(enFichero);
-    const TablaVista& tabla = TablaDe(esquema_, filas);
+    EnTurno turno;
+    const TablaVista& tabla = TablaEnTurno(filas, turno);
     Preparada preparada = base_.Prepara(
         QStringLiteral("DELETE FROM %1 WHERE rowid = ?1").arg(Identificador(tabla.nombre)));
     LigaValor(preparada, 1, filas.claves.at(fila));

@@ -45,10 +45,12 @@ class ProveedorAccess : public Proveedor {
     };
 
     using EnFichero = std::optional<FicheroAccess::Sentencia>;
+    using EnTurno = std::optional<FicheroAccess::Turno>;
 
     void NotaCambiosAjenos();
     void MiraElFichero(EnFichero& sentencia);
     bool EsDeFichero(const QString& tabla) const;
+    bool HaceTablaDelFichero(const Plan& plan) const;
     bool PuedeApartar(const QString& sql) const;
     void ApartaReferencias();
     long long EjecutaUna(const QString& sql);
@@ -56,6 +58,9 @@ class ProveedorAccess : public Proveedor {
     Plan TraduceTexto(const QString& sql, const std::vector<Lexema>& lexemas, bool actualizable);
     Lista& Prepara(const QString& sql, std::vector<Lexema>& lexemas, bool actualizable,
                    Lista& suelta);
+    Lista& PreparaEnTurno(const QString& sql, std::vector<Lexema>& lexemas, bool actualizable,
+                          Lista& suelta, EnTurno& turno);
+    const TablaVista& TablaEnTurno(const Filas& filas, EnTurno& turno);
     long long EjecutaPlan(const Plan& plan, const std::vector<Lexema>& lexemas);
     template <class Accion> auto ComoValor(Accion accion);
 

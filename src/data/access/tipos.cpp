@@ -7,6 +7,7 @@ namespace tolmo::data::access {
 namespace {
 
 constexpr int AnchoSinDeclarar = 255;
+constexpr int AnchoDeGuid = 38;
 constexpr int MayorPrecision = 28;
 
 const QHash<QString, Tipo>& TiposPorNombre()
@@ -96,10 +97,13 @@ TipoDeclarado LeeTipo(const QString& declaracion)
     const int ancho = partes.captured(2).toInt();
     if (nombre == QLatin1String("TEXT") && ancho > 0)
         tipo.tipo = Tipo::Texto;
-    if (nombre == QLatin1String("GUID"))
-        tipo.ancho = 38;
+    tipo.guid = nombre == QLatin1String("GUID");
+    if (tipo.guid)
+        tipo.ancho = AnchoDeGuid;
     else if (tipo.tipo == Tipo::Texto)
         tipo.ancho = ancho > 0 ? ancho : AnchoSinDeclarar;
+    else if (tipo.tipo == Tipo::Binario)
+        tipo.ancho = ancho;
     else if (nombre == QLatin1String("DECIMAL") || nombre == QLatin1String("NUMERIC")) {
         tipo.precision = std::min(ancho, MayorPrecision);
         tipo.escala = std::min(partes.captured(3).toInt(), tipo.precision);

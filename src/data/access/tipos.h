@@ -33,9 +33,10 @@ int NumeroAdo(Tipo tipo);
 
 struct TipoDeclarado {
     Tipo tipo = Tipo::Desconocido;
-    int ancho = 0;     ///< characters, 0 when there is no limit
+    int ancho = 0;     ///< characters, or bytes; 0 when there is no limit
     int precision = 0; ///< digits of a decimal number, 0 for all else
     int escala = 0;    ///< how many of them stand behind its point
+    bool guid = false; ///< a text that Access keeps as the number that it is
 };
 
 /// Reads a declared column type ("nvarchar(20)", "INT", "YESNO"); anything else gives Desconocido.

@@ -33,6 +33,7 @@ struct Plan {
     std::vector<Tipo> clavesTope{}; ///< hidden columns behind the fields: what TOP's ties go by
     std::vector<std::pair<QString, QString>> apoyos{}; ///< columns whose companion index is asked
     QString tabla{};  ///< of a result that can be changed; its row number is the last column
+    QString cambia{}; ///< the table whose rows the statement changes
 };
 
 /// What names can mean at a place of a statement.

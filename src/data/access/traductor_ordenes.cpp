@@ -129,6 +129,7 @@ Plan Traductor::TraduceInsercion(const Insercion& insercion)
     AnadePredeterminados(esquema_, tabla, columnas, asignados);
     Plan plan;
     const QString lista = asignados.join(QStringLiteral(", "));
+    plan.cambia = tabla.nombre;
     plan.sql << InsertaEn(tabla, columnas,
                           insercion.consulta ? QStringLiteral("SELECT ") + lista + origen
                                              : QStringLiteral("VALUES (%1)").arg(lista));
@@ -151,12 +152,14 @@ Plan Traductor::TraduceSeleccionEnTabla(const Consulta& consulta)
         ColumnaNueva columna;
         columna.nombre = salida.nombre;
         const Trozo valor = AValor(salida.trozo);
-        columna.tipo = {valor.tipo, valor.ancho};
+        columna.tipo = {valor.tipo, valor.ancho, valor.columna.precision, valor.columna.escala};
         ColumnaVista destino;
         destino.tabla = tabla.nombre;
         destino.nombre = columna.nombre;
         destino.tipo = valor.tipo;
         destino.ancho = valor.ancho;
+        destino.precision = columna.tipo.precision;
+        destino.escala = columna.tipo.escala;
         valores << AsignaA(destino, valor) + QStringLiteral(" AS ") + Identificador(columna.nombre);
         tabla.columnas.push_back(std::move(columna));
     }
@@ -199,6 +202,7 @@ Plan Traductor::TraduceModificacion(const Modificacion& modificacion)
     }
     const TablaVista& tabla = TablaDeFuente(ambito, alias, modificacion.posicion);
     Plan plan;
+    plan.cambia = tabla.nombre;
     const QString lista = cambios.join(QStringLiteral(", "));
     if (sola) {
         plan.sql << QStringLiteral("UPDATE %1 SET %2%3").arg(ConAlias(tabla, ambito), lista, donde);
@@ -265,6 +269,7 @@ Plan Traductor::TraduceBorrado(const Borrado& borrado)
     Plan plan;
     const QString alias = TablaDeBorrado(borrado, ambito);
     const TablaVista& tabla = TablaDeFuente(ambito, alias, borrado.posicion);
+    plan.cambia = tabla.nombre;
     if (EsTablaSola(borrado.fuentes)) {
         plan.sql << QStringLiteral("DELETE FROM %1%2").arg(ConAlias(tabla, ambito), donde);
         return plan;

@@ -1,5 +1,6 @@
 #include "data/access/access.h"
 #include "data/access/mdb/gestion_abierta.h"
+#include "data/access/mdb/otras_circunstancias.h"
 #include "data/errores.h"
 #include "data/valores.h"
 #include <QDir>
@@ -45,6 +46,36 @@ TEST(FicheroAccess, SeConsultaEnSuSitio)
               "0|0|10|baz0|0 1|1|11|baz11|0 2|1|11|baz11-2|0 3|2|13|baz13|0");
     EXPECT_EQ(EnMuestra("97-types.mdb", "SELECT A,B,C,D,E,F,G,H,I FROM Table1 WHERE C=2"),
               "abcdefg|hijklmnop|2|222|333333333|444.555|21/09/1974|3.5|True");
+}
+
+TEST(FicheroAccess, SiUnaDefinicionNoSePuedeGuardarSeDicePorQue)
+{
+    const QTemporaryDir carpeta;
+    const QString ruta = carpeta.filePath("empresa.mdb");
+    ASSERT_TRUE(QFile::copy(Muestras + "2003-indices.mdb", ruta));
+    const auto error = [&](const QStringList& sentencias) {
+        return data::access::mdb::ErrorEnOtroProceso([&] {
+            const auto base = Abre(ruta);
+            data::access::mdb::LimitaLosFicheros(3000);
+            for (const QString& sentencia : sentencias.first(sentencias.size() - 1)) {
+                try {
+                    base->Ejecuta(sentencia);
+                } catch (const data::ErrorSql&) {
+                    continue;
+                }
+                throw std::runtime_error("it was done");
+            }
+            base->Ejecuta(sentencias.last());
+        });
+    };
+
+    const std::string porque =
+        "No se puede escribir: El fichero es demasiado grande para este disco (fichero " +
+        ruta.toStdString() + ".diario)";
+    EXPECT_EQ(error({"CREATE TABLE Nueva (x INT)"}), porque);
+    EXPECT_EQ(error({"CREATE TABLE Nueva (x INT)", "SELECT id FROM Table2"}), "");
+    EXPECT_NE(error({"CREATE TABLE Nueva (x INT)", "DROP TABLE Ninguna"}), porque);
+    EXPECT_EQ(Tabla(*Abre(ruta), "SELECT COUNT(*) FROM Table3"), "4");
 }
 
 TEST(FicheroAccess, LosNombresValenEnMayusculasYMinusculas)
@@ -262,12 +293,6 @@ TEST_F(FicheroNuevo, LoQueOtroGuardaSeVeEnElSiguienteConjunto)
     EXPECT_EQ(Filas("SELECT X FROM NUEVA"), "5");
     otro->Ejecuta("DROP TABLE NUEVA");
     EXPECT_NE(Fallo("INSERT INTO NUEVA VALUES (6)"), "");
-}
-
-TEST_F(FicheroNuevo, SelectIntoNoGuardaDatosDondeSePerderian)
-{
-    EXPECT_EQ(Fallo("SELECT * INTO COPIA FROM M_ARTIC"),
-              "En un fichero de Access no se hace una tabla con SELECT INTO");
 }
 
 /// The management program has the file open, on another machine.

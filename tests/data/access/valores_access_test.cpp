@@ -122,6 +122,8 @@ class CifrasEnElFichero : public testing::Test {
 
     std::size_t Cuantas(const QString& sql) { return base_->Consulta(sql, false).valores.size(); }
 
+    const QString& Ruta() const { return ruta_; }
+
     std::unique_ptr<access::ProveedorAccess> base_{};
 
   private:
@@ -247,6 +249,77 @@ TEST_F(ValoresAccess, UnNumeroLargoSeComparaComoNumero)
     EXPECT_EQ(Tabla("SELECT COUNT(*) FROM M WHERE D=0.1234567890123456789"), "1");
     EXPECT_EQ(Tabla("SELECT T,D+1.0000000000000000000 FROM M"), "1E+20|1.12345678901235");
     EXPECT_EQ(Tabla("SELECT 99999999999999999999+1 FROM M"), "1E+20");
+}
+
+TEST_F(ValoresAccess, UnaFechaEstaEntreLosAnios100Y9999)
+{
+    Haz({"CREATE TABLE D (F DATETIME)", "INSERT INTO D VALUES (-657434)",
+         "INSERT INTO D VALUES (2958465)", "INSERT INTO D VALUES ('1/1/0100')"});
+
+    const QString fuera = "La fecha para el campo D.F no está entre los años 100 y 9999";
+    for (const char* fecha :
+         {"1000000000", "-700000", "2958466", "-657435", "1e300", "'31/12/0099'"})
+        EXPECT_EQ(Fallo(QStringLiteral("INSERT INTO D VALUES (%1)").arg(QLatin1String(fecha))),
+                  fuera)
+            << fecha;
+    EXPECT_EQ(Fallo("UPDATE D SET F=F+1e9"), "La fecha no está entre los años 100 y 9999");
+    EXPECT_EQ(Tabla("SELECT F FROM D"), "01/01/0100 31/12/9999 01/01/0100");
+    EXPECT_EQ(Tabla("SELECT COUNT(*) FROM D WHERE F<1e9"), "3");
+    EXPECT_EQ(Fallo("SELECT DATESERIAL(10000,1,1) FROM D"), "Argumento no válido en DateSerial");
+}
+
+TEST_F(ValoresAccess, UnCampoTieneAlgunAncho)
+{
+    for (const char* tipo : {"TEXT(0)", "nvarchar(0)", "CHAR(0)", "BINARY(0)", "DECIMAL(0)",
+                             "DECIMAL(29,2)", "NUMERIC(4,5)"})
+        EXPECT_EQ(Fallo(QStringLiteral("CREATE TABLE A (C %1)").arg(QLatin1String(tipo))),
+                  QStringLiteral("El tipo de datos %1 no puede tener esa medida (posición 19)")
+                      .arg(QLatin1String(tipo)));
+}
+
+TEST_F(ValoresAccess, UnDecimalSeRedondeaASuEscala)
+{
+    Haz({"CREATE TABLE P (N DECIMAL(18,4), M NUMERIC(5), D DOUBLE)",
+         "INSERT INTO P VALUES (1.00005,2.5,1)", "INSERT INTO P VALUES ('-1.00015',-3.5,2)",
+         "INSERT INTO P VALUES (12345678901234.5678,99999,3)",
+         "INSERT INTO P (N,M,D) SELECT M,N,4 FROM P WHERE D=2", "UPDATE P SET D=N WHERE D=2"});
+
+    EXPECT_EQ(Tabla("SELECT N,M,D FROM P"),
+              "1|2|1 -1.0002|-4|-1.0002 12345678901234.6|99999|3 -4|-1|4");
+    EXPECT_EQ(Fallo("INSERT INTO P (M) VALUES (100000)"),
+              "El número 100000 no cabe en el campo P.M");
+    EXPECT_EQ(Fallo("INSERT INTO P (M) VALUES ('x')"),
+              "El campo P.M es un número y no admite \"x\"");
+}
+
+TEST_F(CifrasEnElFichero, CadaTipoTieneElSuyoEnElFichero)
+{
+    Abre();
+    const QString guid = "{00112233-4455-6677-8899-AABBCCDDEEFF}";
+    Haz("CREATE TABLE X (G GUID, B BINARY(10), V VARBINARY(510), I IMAGE, N DECIMAL(18,4), E NUMERIC(28), R NUMERIC)");
+    Haz("INSERT INTO X VALUES ('" + guid +
+        "','abc','xyz','pq',12345678901234.5678,1234567890123456789012345678,1.5)");
+
+    QStringList tipos;
+    const access::mdb::Tabla tabla = access::mdb::Base(Ruta()).AbreTabla("X");
+    for (const auto& columna : tabla.definicion().columnas)
+        tipos << QStringLiteral("%1:%2:%3")
+                     .arg(columna.nombre)
+                     .arg(static_cast<int>(columna.tipo))
+                     .arg(columna.largo);
+    EXPECT_EQ(tipos, QStringList({"G:15:16", "B:9:10", "V:9:510", "I:11:0", "N:16:17", "E:16:17",
+                                  "R:7:8"}));
+    EXPECT_EQ(Valores("X", "G"), QStringList(guid));
+    EXPECT_EQ(Valores("X", "B"), QStringList("616263"));
+    EXPECT_EQ(Valores("X", "N"), QStringList("12345678901234.5678"));
+    EXPECT_EQ(Valores("X", "E"), QStringList("1234567890123456789012345678"));
+    EXPECT_EQ(Cuantas("SELECT N FROM X WHERE G='" + guid + "'"), 1U);
+    EXPECT_EQ(Fallo("INSERT INTO X (B) VALUES ('12345678901')").section(u'(', 0, 0).trimmed(),
+              "El valor tiene 11 bytes y caben 10");
+
+    Haz("UPDATE X SET N=E WHERE FALSE");
+    Haz("INSERT INTO X (E) SELECT E FROM X");
+    EXPECT_EQ(Valores("X", "E"), QStringList(2, "1234567890123456789012345678"));
 }
 
 } // namespace

@@ -29,6 +29,9 @@ int NumeroDe(Motivo motivo)
     case Motivo::SinValor:
     case Motivo::ClaveRepetida:
     case Motivo::Relacion:
+    case Motivo::EnUso:
+    case Motivo::NoSeEscribe:
+    case Motivo::Lleno:
         return numero_error::Sentencia;
     case Motivo::Valor:
         return numero_error::CampoIncorrecto;

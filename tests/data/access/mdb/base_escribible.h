@@ -13,6 +13,37 @@ namespace tolmo::data::access::mdb {
 
 using Renglon = std::vector<Dato>;
 
+/// All faults that the check finds; empty when the file is sound.
+inline QStringList FaltasDe(const Base& base)
+{
+    const Informe informe = Comprueba(base);
+    QStringList faltas = informe.faltas;
+    for (const EstadoTabla& tabla : informe.tablas) {
+        for (const QString& falta : tabla.faltas)
+            faltas << tabla.nombre + ": " + falta;
+        if (tabla.filas != tabla.filasDeclaradas)
+            faltas << tabla.nombre + ": it declares another count of rows";
+        for (const EstadoIndice& indice : tabla.indices) {
+            for (const QString& falta : indice.faltas)
+                faltas << tabla.nombre + "." + indice.nombre + ": " + falta;
+        }
+    }
+    return faltas;
+}
+
+/// A table of a file as mdbtools writes it, without a line of names.
+inline QString ExportaConMdbtools(const QString& fichero, const QString& tabla,
+                                  const QStringList& opciones)
+{
+    QProcess proceso;
+    proceso.start("mdb-export",
+                  QStringList{"-H", "-D", "%Y-%m-%d %H:%M:%S", "-T", "%Y-%m-%d %H:%M:%S"} +
+                      opciones + QStringList{fichero, tabla});
+    if (!proceso.waitForFinished(60'000) || proceso.exitCode() != 0)
+        ADD_FAILURE() << proceso.readAllStandardError().toStdString();
+    return QString::fromUtf8(proceso.readAllStandardOutput());
+}
+
 /// A file in memory whose tables are written.
 class BaseEscribible {
   public:
@@ -41,36 +72,15 @@ class BaseEscribible {
         return fila ? std::optional(Valores(tabla, *fila)) : std::nullopt;
     }
 
-    /// All faults that the check finds; empty when the file is sound.
-    QStringList Faltas() const
-    {
-        const Informe informe = Comprueba(Base(paginas_));
-        QStringList faltas = informe.faltas;
-        for (const EstadoTabla& tabla : informe.tablas) {
-            for (const QString& falta : tabla.faltas)
-                faltas << tabla.nombre + ": " + falta;
-            if (tabla.filas != tabla.filasDeclaradas)
-                faltas << tabla.nombre + ": it declares another count of rows";
-            for (const EstadoIndice& indice : tabla.indices) {
-                for (const QString& falta : indice.faltas)
-                    faltas << tabla.nombre + "." + indice.nombre + ": " + falta;
-            }
-        }
-        return faltas;
-    }
+    QStringList Faltas() const { return FaltasDe(Base(paginas_)); }
 
     /// A table as mdbtools reads it: cells between bars, a row to a line.
     QString Exporta(const QString& tabla) const
     {
         const CarpetaDePrueba carpeta;
         carpeta.Escribe("base.mdb", paginas_->Fichero());
-        QProcess proceso;
-        proceso.start("mdb-export",
-                      {"-H", "-Q", "-d", "|", "-0", "NULO", "-b", "hex", "-D", "%Y-%m-%d %H:%M:%S",
-                       "-T", "%Y-%m-%d %H:%M:%S", carpeta.Ruta("base.mdb"), tabla});
-        if (!proceso.waitForFinished(60'000) || proceso.exitCode() != 0)
-            ADD_FAILURE() << proceso.readAllStandardError().toStdString();
-        return QString::fromUtf8(proceso.readAllStandardOutput());
+        return ExportaConMdbtools(carpeta.Ruta("base.mdb"), tabla,
+                                  {"-Q", "-d", "|", "-0", "NULO", "-b", "hex"});
     }
 
     static Renglon Valores(const Tabla& tabla, const mdb::Fila& fila)

@@ -1,7 +1,6 @@
+#include "data/access/mdb/azar.h"
 #include "data/access/mdb/base_escribible.h"
-#include "data/codificacion.h"
 #include <map>
-#include <random>
 #include <set>
 
 using namespace tolmo::data;
@@ -10,51 +9,6 @@ using namespace tolmo::data::access::mdb;
 namespace {
 
 constexpr int Comparaciones = 20;
-
-/// Makes up rows; the same ones in every run.
-class Azar {
-  public:
-    explicit Azar(unsigned semilla) : motor_(semilla) {}
-
-    int Entre(int desde, int hasta)
-    {
-        return std::uniform_int_distribution<int>(desde, hasta)(motor_);
-    }
-    bool Cada(int veces) { return Entre(1, veces) == 1; }
-
-    QByteArray Bytes(int largo)
-    {
-        QByteArray bytes;
-        bytes.reserve(largo);
-        for (int i = 0; i < largo; ++i)
-            bytes += static_cast<char>(Entre(1, 255));
-        return bytes;
-    }
-    QString Texto(int mayor) { return DesdeWindows1252(Bytes(Entre(0, mayor))); }
-
-    /// Mostly short ones, now and then up to a megabyte.
-    int LargoDeMemo()
-    {
-        const int caso = Entre(1, 100);
-        if (caso <= 60)
-            return Entre(0, 90);
-        if (caso <= 85)
-            return Entre(90, 4000);
-        return caso <= 99 ? Entre(4000, 20'000) : Entre(20'000, 524'288);
-    }
-    /// Long ones repeat a piece, so that making them up doesn't take longer than writing them.
-    QString Memo()
-    {
-        const int largo = LargoDeMemo();
-        const QString trozo = DesdeWindows1252(Bytes(std::min(largo, 500)));
-        QString texto = trozo.repeated(largo / 500 + 1);
-        texto.truncate(largo);
-        return texto;
-    }
-
-  private:
-    std::mt19937 motor_;
-};
 
 enum Lugar : std::size_t { Id, Codigo, Nombre, Nota, Foto, Precio, Activo };
 

@@ -16,7 +16,7 @@ inline std::string ErrorEnOtroProceso(const std::function<void()>& tarea)
     OtroProceso proceso([&](const auto&, const auto&) {
         try {
             tarea();
-        } catch (const ErrorMdb& error) {
+        } catch (const ErrorDatos& error) {
             recado.write(error.Descripcion().toUtf8());
             recado.flush();
         }
