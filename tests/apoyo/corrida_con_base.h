@@ -1,17 +1,15 @@
 #pragma once
+#include "apoyo/base_de_prueba.h"
 #include "apoyo/corrida_con_sitio.h"
-#include "data/access/access.h"
 
-/// The same run over a real embedded database, empty at first, in place of the double.
+/// The same run over a real management database, empty at first, in place of the double.
 struct CorridaConBase : CorridaConSitio {
     CorridaConBase()
     {
-        const QString ruta = prueba.carpeta.Ruta(QStringLiteral("local.sqlite"));
-        tolmo::data::CreaBaseEmbebida(ruta);
-        programa.ConexionLocal =
-            tolmo::data::Conexion([ruta](const QString&, const QString&, const QString&) {
-                return tolmo::data::AbreBaseEmbebida(ruta);
-            });
+        const QString base = prueba.carpeta.Ruta(QStringLiteral("local"));
+        CreaBase(base);
+        programa.ConexionLocal = tolmo::data::Conexion(
+            [base](const QString&, const QString&, const QString&) { return AbreBase(base); });
         programa.ConexionLocal.Conecta(QStringLiteral("base"));
     }
 

@@ -20,3 +20,10 @@ inline QString CadenaDeBase(const QString& base)
     return QStringLiteral("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=") + base +
            QStringLiteral(".mdb;Persist Security Info=False");
 }
+
+/// How many tables of processes there are while so many run, or once they have ended by an error:
+/// where the database is a file of Access, such a table never reaches it and ends with its process.
+inline qsizetype TablasALaVista(qsizetype procesos)
+{
+    return EnFicherosDeAccess() ? 0 : procesos;
+}

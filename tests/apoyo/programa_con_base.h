@@ -1,9 +1,9 @@
 #pragma once
+#include "apoyo/base_de_prueba.h"
 #include "apoyo/programa_de_prueba.h"
-#include "data/access/access.h"
 #include <QStringList>
 
-/// The process over a real embedded database, empty at first, whose statements are kept.
+/// The process over a real management database, empty at first, whose statements are kept.
 struct ProgramaConBase : ProgramaDePrueba {
     QStringList sentencias{}; ///< queries and statements, in the order in which they came
     QStringList cambiables{}; ///< those that were opened to be changed
@@ -12,7 +12,7 @@ struct ProgramaConBase : ProgramaDePrueba {
     ProgramaConBase()
     {
         programa.DialectoActivo = tolmo::data::Dialecto::Access;
-        tolmo::data::CreaBaseEmbebida(Ruta());
+        CreaBase(Base());
         programa.ConexionLocal =
             tolmo::data::Conexion([this](const QString&, const QString&, const QString&) {
                 return std::make_unique<Espia>(*this);
@@ -20,12 +20,12 @@ struct ProgramaConBase : ProgramaDePrueba {
         programa.ConexionLocal.Conecta(QStringLiteral("base"));
     }
 
-    QString Ruta() const { return carpeta.Ruta(QStringLiteral("gestion.sqlite")); }
+    QString Base() const { return carpeta.Ruta(QStringLiteral("gestion")); }
 
     /// Runs statements on a connection of their own, as another program would.
     void Ejecuta(std::initializer_list<const char*> otras)
     {
-        const auto base = tolmo::data::AbreBaseEmbebida(Ruta());
+        const auto base = AbreBase(Base());
         for (const char* sql : otras)
             base->Ejecuta(QString::fromUtf8(sql));
     }
@@ -34,7 +34,7 @@ struct ProgramaConBase : ProgramaDePrueba {
     /// "NULL".
     QString Tabla(const QString& sql)
     {
-        const auto filas = tolmo::data::AbreBaseEmbebida(Ruta())->Consulta(sql, false);
+        const auto filas = AbreBase(Base())->Consulta(sql, false);
         const std::size_t columnas = filas.campos.size();
         QStringList lineas;
         for (std::size_t f = 0; columnas > 0 && f < filas.valores.size(); f += columnas) {
@@ -52,10 +52,7 @@ struct ProgramaConBase : ProgramaDePrueba {
   private:
     class Espia : public tolmo::data::Proveedor {
       public:
-        explicit Espia(ProgramaConBase& dueno)
-            : dueno_(dueno), base_(tolmo::data::AbreBaseEmbebida(dueno.Ruta()))
-        {
-        }
+        explicit Espia(ProgramaConBase& dueno) : dueno_(dueno), base_(AbreBase(dueno.Base())) {}
         tolmo::data::Filas Consulta(const QString& sql, bool actualizable) override
         {
             dueno_.sentencias << sql;

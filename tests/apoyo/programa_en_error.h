@@ -1,18 +1,16 @@
 #pragma once
+#include "apoyo/base_de_prueba.h"
 #include "apoyo/dobles.h"
-#include "data/access/access.h"
 #include "data/programa.h"
 #include <cstdio>
 
-/// The process over an embedded database that is there already, for a test of how it ends: its
+/// The process over a database that is there already, for a test of how it ends: its
 /// boxes go to the standard error, which outlives it.
 struct ProgramaEnError {
-    explicit ProgramaEnError(const QString& ruta)
+    explicit ProgramaEnError(const QString& base)
         : programa(
               avisos, reloj,
-              [ruta](const QString&, const QString&, const QString&) {
-                  return tolmo::data::AbreBaseEmbebida(ruta);
-              },
+              [base](const QString&, const QString&, const QString&) { return AbreBase(base); },
               QStringLiteral("/actual"))
     {
         programa.DialectoActivo = tolmo::data::Dialecto::Access;

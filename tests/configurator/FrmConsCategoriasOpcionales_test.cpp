@@ -937,7 +937,7 @@ TEST_F(FrmConsCategoriasOpcionalesTest, UnaComillaEnUnCodigoCierraElProgramaAlIr
     Ejecuta({"UPDATE M_OPCIONALES_CAT SET CODCATEGORIA='C''L' WHERE CODCATEGORIA='COL'"});
 
     EXPECT_EXIT(
-        PasaALaSegundaCategoria(Ruta()), testing::ExitedWithCode(1),
+        PasaALaSegundaCategoria(Base()), testing::ExitedWithCode(1),
         testing::AllOf(
             testing::HasSubstr("abierta"), testing::HasSubstr("caja 16: ERROR:"),
             testing::HasSubstr(
@@ -949,7 +949,7 @@ TEST_F(FrmConsCategoriasOpcionalesTest, SinLaTablaDeCategoriasElProgramaSeCierra
 {
     Ejecuta({"DROP TABLE M_OPCIONALES_CAT"});
 
-    EXPECT_EXIT(PasaALaSegundaCategoria(Ruta()), testing::ExitedWithCode(1),
+    EXPECT_EXIT(PasaALaSegundaCategoria(Base()), testing::ExitedWithCode(1),
                 testing::AllOf(testing::HasSubstr("caja 64: SELECT * FROM M_OPCIONALES_CAT\r"),
                                testing::Not(testing::HasSubstr("abierta"))));
 }
@@ -973,7 +973,7 @@ TEST_F(FrmConsCategoriasOpcionalesTest,
        UnaComillaEnLaDescripcionCierraElProgramaAlPasarlaALosArticulos)
 {
     EXPECT_EXIT(
-        RenombraConComilla(Ruta()), testing::ExitedWithCode(1),
+        RenombraConComilla(Base()), testing::ExitedWithCode(1),
         testing::AllOf(
             testing::HasSubstr("caja 36: ¿Desea actualizar esta categoria"),
             testing::HasSubstr(

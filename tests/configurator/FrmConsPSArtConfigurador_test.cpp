@@ -126,7 +126,7 @@ TEST_F(FrmConsPSArtConfiguradorTest, UnaComillaEnElCodigoTerminaElProgramaComoTo
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(
         {
-            ProgramaEnError otro(Ruta());
+            ProgramaEnError otro(Base());
             otro.programa.parametros.PS_TABLAARTIC = "M_ARTIC";
             FrmConsPSArtConfigurador suya(otro.programa, escritorio);
             Muestra(suya);

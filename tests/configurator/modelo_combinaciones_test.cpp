@@ -20,7 +20,7 @@ class ModeloCombinacionesTest : public testing::Test, public ConfiguradorDePrueb
     /// Values 000, 001... of a category of A2.
     void Valores(const QString& categoria, int cuantos)
     {
-        const auto base = data::AbreBaseEmbebida(Ruta());
+        const auto base = AbreBase(Base());
         for (int i = 0; i < cuantos; ++i)
             base->Ejecuta(
                 "INSERT INTO PS_CONF_ART_VAL (CODARTICULO,CODCATEGORIA,VALOR,ID,SECUENCIA,INC_PVP,PESO) VALUES ('A2','" +

@@ -251,7 +251,7 @@ TEST_F(PanelCopiaTest, UnaSeleccionSinArticulosConcluyeSinTocarNada)
 
 TEST_F(PanelCopiaTest, MientrasCopiaNiSeCierraNiSeTocaYSeVeElAvance)
 {
-    const auto base = data::AbreBaseEmbebida(Ruta());
+    const auto base = AbreBase(Base());
     for (int i = 100; i < 500; ++i)
         base->Ejecuta("INSERT INTO M_ARTIC (CODARTICULO) VALUES ('B" + QString::number(i) + "')");
     AbreEnCopia();

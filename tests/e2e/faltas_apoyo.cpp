@@ -1,5 +1,4 @@
 #include "faltas_apoyo.h"
-#include "apoyo/forma_de_base.h"
 #include "data/access/access.h"
 #include <QElapsedTimer>
 #include <QThread>
@@ -128,11 +127,6 @@ QStringList TablasTemporales(EmpresaReal& empresa)
         if (tabla.nombre.startsWith("WKOVTOLMO_ARTIC"))
             nombres << tabla.nombre;
     return nombres;
-}
-
-qsizetype TablasALaVista(qsizetype procesos)
-{
-    return EnFicherosDeAccess() ? 0 : procesos;
 }
 
 bool EnsenaClaves(EmpresaReal& empresa, const ResultadoCorrida& corrida)

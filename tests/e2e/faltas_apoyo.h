@@ -1,5 +1,6 @@
 #pragma once
 #include "apoyo/corrida_real.h"
+#include "apoyo/forma_de_base.h"
 #include "data/conexion.h"
 #include <ostream>
 
@@ -37,9 +38,6 @@ QStringList Tramo(const QStringList& lineas, const QString& desde, const QString
 
 /// The process tables that stand in the company's database.
 QStringList TablasTemporales(EmpresaReal& empresa);
-/// How many there are while so many processes run, or once they have ended by an error: where the
-/// database is a file of Access, such a table never reaches it and ends with its process.
-qsizetype TablasALaVista(qsizetype procesos);
 
 /// True when one of the company's passwords stands in what the run showed or left in its log.
 bool EnsenaClaves(EmpresaReal& empresa, const ResultadoCorrida& corrida);

@@ -674,7 +674,7 @@ TEST(FrmConfiguracionDeathTest, UnaComillaEnUnCampoCierraElPrograma)
 {
     EmpresaDePrueba empresa;
 
-    EXPECT_EXIT(AceptaConComilla(empresa.Ruta()), testing::ExitedWithCode(1),
+    EXPECT_EXIT(AceptaConComilla(empresa.Base()), testing::ExitedWithCode(1),
                 testing::AllOf(testing::HasSubstr("CAMPOFAMALT='OTRAS & ',' & MAS'"),
                                testing::HasSubstr("EL PROGRAMA SE CERRARÁ"),
                                testing::Not(testing::HasSubstr("sigue"))));

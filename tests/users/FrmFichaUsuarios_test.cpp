@@ -518,7 +518,7 @@ TEST(FrmFichaUsuariosDeathTest, UnaComillaEnElNombreCierraElPrograma)
 {
     UsuariosDePrueba usuarios;
 
-    EXPECT_EXIT(GuardaConComilla(usuarios.Ruta()), testing::ExitedWithCode(1),
+    EXPECT_EXIT(GuardaConComilla(usuarios.Base()), testing::ExitedWithCode(1),
                 testing::AllOf(testing::HasSubstr("NOMBRE='D'Arc'"),
                                testing::HasSubstr("EL PROGRAMA SE CERRARÁ"),
                                testing::Not(testing::HasSubstr("sigue"))));

@@ -595,7 +595,7 @@ void CompondComilla(QWidget& constructor)
 
 void FiltraPorUnaComilla(const ArticulosDePrueba& prueba)
 {
-    ProgramaEnError proceso(prueba.Ruta());
+    ProgramaEnError proceso(prueba.Base());
     EscritorioDePrueba escritorio;
     ConsultaDeArticulos ventana(proceso.programa, prueba.grid, escritorio);
     Muestra(ventana);
