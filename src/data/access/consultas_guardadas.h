@@ -29,8 +29,8 @@ template <class Accion> auto EnConsulta(const TablaVista& consulta, Accion accio
     }
 }
 
-/// True for the text of a query that gives rows by itself, which a listing shows as a view: one that
-/// only acts, or waits for a parameter, is none.
+/// True for the text of a query that gives rows by itself, which a listing shows as a view: one
+/// that only acts, or waits for a parameter, is none.
 bool EsVista(const QString& texto);
 
 } // namespace tolmo::data::access

@@ -7,8 +7,8 @@
 namespace tolmo::data::access {
 
 /// The path of an Access file in what a query names as another base: the path itself, or a text of
-/// connection that tells it (";DATABASE=C:\BD\OTRA.MDB", with or without "MS Access" in front), which
-/// may also hold a password. Empty for another kind of data.
+/// connection that tells it (";DATABASE=C:\BD\OTRA.MDB", with or without "MS Access" in front),
+/// which may also hold a password. Empty for another kind of data.
 QString FicheroDeConexion(const QString& texto);
 
 /// The other files that a file of Access reads from, by linked tables and by queries. They stay
@@ -23,8 +23,8 @@ class FicherosEnlazados {
     /// \throws ErrorMdb when it can't be opened
     std::shared_ptr<mdb::Paginas> Abre(const QString& ruta);
 
-    /// \returns true when what was known of a file is outdated: it has changed, or can't be read any
-    /// longer, as the next one to open it is told
+    /// \returns true when what was known of a file is outdated: it has changed, or can't be read
+    /// any longer, as the next one to open it is told
     bool EmpiezaLectura();
     void AcabaLectura();
 

@@ -7,9 +7,9 @@ namespace tolmo::data::access::mdb {
 void GuardaPropiedades(const std::shared_ptr<PaginasEscribibles>& paginas, const Objeto& objeto,
                        const std::vector<Propiedad>& propiedades)
 {
-    const Tabla objetos(paginas,
-                        std::make_shared<const Definicion>(LeeDefinicion(
-                            *paginas, Catalogo::PaginaObjetos, QStringLiteral("MSysObjects"))));
+    const Tabla objetos(
+        paginas, std::make_shared<const Definicion>(LeeDefinicion(*paginas, Catalogo::PaginaObjetos,
+                                                                  QStringLiteral("MSysObjects"))));
     const auto lugar = [&](const char* columna) {
         return static_cast<std::size_t>(&objetos[QString::fromLatin1(columna)] -
                                         objetos.definicion().columnas.data());
